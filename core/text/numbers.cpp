@@ -1,0 +1,108 @@
+#include "text/numbers.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <system_error>
+
+#include "text/scanner.h"
+
+namespace quantiverse {
+namespace {
+
+const char* skip_digits(const char* p, const char* stop) {
+  while (p != stop && is_digit(*p)) ++p;
+  return p;
+}
+
+// Where the exponent that may start at `p` ends; `p` itself if there is none.
+const char* skip_exponent(const char* p, const char* stop) {
+  if (p == stop || (*p != 'e' && *p != 'E' && *p != 'd' && *p != 'D')) return p;
+  const char* digits = p + 1;
+  if (digits != stop && (*digits == '+' || *digits == '-')) ++digits;
+  const char* end = skip_digits(digits, stop);
+  return end == digits ? p : end;
+}
+
+// from_chars tells only that a value doesn't fit. Whether it was too large or too small is
+// where its first digit other than zero stands, moved by the exponent.
+bool is_too_large(std::string_view number) {
+  const std::size_t mark = number.find_first_of("eE");
+  const std::string_view mantissa = number.substr(0, mark);
+  const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+  const std::size_t first = mantissa.find_first_of("123456789");
+  const bool shrinks = mark != std::string_view::npos && number[mark + 1] == '-';
+  if (mark == std::string_view::npos) return first < point;
+
+  // 19 digits of exponent outweigh any mantissa that fits in memory.
+  std::string_view digits = number.substr(mark + 1);
+  digits.remove_prefix(digits.find_first_of("0123456789"));
+  digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
+  if (digits.size() > 18) return !shrinks;
+  long long exponent = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+  const long long places = static_cast<long long>(point) - static_cast<long long>(first);
+  return places + (shrinks ? -exponent : exponent) > 0;
+}
+
+double to_double(const char* first, const char* last) {
+  double value = 0.0;
+  if (std::from_chars(first, last, value).ec == std::errc::result_out_of_range) {
+    const bool large = is_too_large({first, static_cast<std::size_t>(last - first)});
+    return large ? std::numeric_limits<double>::infinity() : 0.0;
+  }
+  return value;
+}
+
+}  // namespace
+
+bool scan_number(Cursor& expptr, double& result) {
+  result = 0.0;
+  const char* p = expptr.position;
+  const char* const stop = expptr.stop;
+  while (p != stop && is_blank(*p)) ++p;
+  bool negative = false;
+  if (p != stop && (*p == '+' || *p == '-')) negative = *p++ == '-';
+
+  const char* const first = p;
+  p = skip_digits(p, stop);
+  std::ptrdiff_t digits = p - first;
+  if (p != stop && *p == '.') {
+    const char* const fraction = p + 1;
+    p = skip_digits(fraction, stop);
+    digits += p - fraction;
+  }
+  if (digits == 0) return false;
+
+  const char* const exponent = p;
+  p = skip_exponent(p, stop);
+  if (p != exponent && (*exponent == 'd' || *exponent == 'D')) {
+    std::string with_e(first, p);
+    with_e[static_cast<std::size_t>(exponent - first)] = 'e';
+    result = to_double(with_e.data(), with_e.data() + with_e.size());
+  } else {
+    result = to_double(first, p);
+  }
+  if (negative) result = -result;
+  expptr.position = p;
+  return true;
+}
+
+std::size_t format_double(double x, std::array<char, kFormattedDoubleSize>& digits) {
+  if (std::isnan(x)) x = std::numeric_limits<double>::quiet_NaN();
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), x, std::chars_format::general, 6);
+  return static_cast<std::size_t>(end.ptr - digits.data());
+}
+
+std::int32_t truncate_to_int32(double x) {
+  constexpr double kLimit = 2147483648.0;
+  if (!(x > -kLimit - 1.0 && x < kLimit)) return std::numeric_limits<std::int32_t>::min();
+  return static_cast<std::int32_t>(x);
+}
+
+bool is_bad_double(double x) { return std::isnan(x) || x >= 1e39 || x <= -1e39; }
+
+}  // namespace quantiverse

@@ -1,0 +1,55 @@
+#include "text/stack_space.h"
+
+#include <pthread.h>
+
+#include <exception>
+
+#include "text/vectors.h"
+
+namespace quantiverse {
+namespace {
+
+// Reserved address space; memory is only taken as the stack grows.
+constexpr std::size_t kFreshStack = 32UL * 1024 * 1024;
+// What a routine may need between two questions after its own stack has become low.
+constexpr std::size_t kReserve = 512UL * 1024;
+constexpr const char* kNoStack = "Allocation failure in call_on_fresh_stack().";
+
+struct Call {
+  bool (*routine)(void*);
+  void* argument;
+  std::uintptr_t* lowest;
+  bool result;
+};
+
+void* run(void* data) {
+  Call& call = *static_cast<Call*>(data);
+  *call.lowest =
+      reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) - (kFreshStack - kReserve);
+  try {
+    call.result = call.routine(call.argument);
+  } catch (const std::exception&) {  // no exception may leave a thread
+    nrerror(kNoStack);
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+// A fresh stack is that of a thread which is waited for at once, so nothing ever runs beside the
+// caller. Debuggers and sanitizers know how to walk a thread; they don't know hand-made stacks.
+bool StackSpace::call(bool (*routine)(void*), void* argument) {
+  const std::uintptr_t lowest_here = lowest_;
+  Call call{routine, argument, &lowest_, false};
+  pthread_attr_t attributes;
+  pthread_t thread;
+  if (pthread_attr_init(&attributes) != 0) nrerror(kNoStack);
+  const bool started = pthread_attr_setstacksize(&attributes, kFreshStack) == 0 &&
+                       pthread_create(&thread, &attributes, run, &call) == 0;
+  pthread_attr_destroy(&attributes);
+  if (!started || pthread_join(thread, nullptr) != 0) nrerror(kNoStack);
+  lowest_ = lowest_here;
+  return call.result;
+}
+
+}  // namespace quantiverse

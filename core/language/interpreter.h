@@ -1,0 +1,80 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "language/compiled_stack.h"
+#include "language/function_set.h"
+#include "language/variables.h"
+#include "quantity/units.h"
+#include "text/cursor.h"
+#include "text/text_buf.h"
+
+namespace quantiverse {
+
+// Stops an expression that is read again and again at one place: the argument loops go round
+// without moving at a stray closing bracket.
+struct RepeatGuard {
+  const char* last_position = nullptr;
+  int repeat_count = 0;
+};
+
+// A run of operators in front of a unit that was tried as a unit expression and given up because
+// of a later error. The grammar then takes the operators one by one and would try again behind
+// each; what it would find is known as long as the try starts within the run.
+struct FailedUnitRun {
+  const char* first = nullptr;       // where the first try started
+  const char* factor = nullptr;      // the first character that is no operator
+  const char* last_slash = nullptr;  // decides on which side of the line the factors stand
+  bool failed_above = false;
+  bool failed_below = false;
+};
+
+// What a line works on. It is kept from line to line for its storage alone.
+struct LineScratch {
+  CompiledStack compiled;
+  TextBuf err;
+  TextBuf message;  // what a special statement has to say
+  TextBuf result;   // the outputs
+  FailedUnitRun failed_run;
+
+  void begin_line();
+};
+
+// All state that a call works on. A thread uses one at a time; different interpreters never meet.
+struct Interpreter {
+  explicit Interpreter(const FunctionSet& function_set) : functions(function_set) {}
+
+  // Runs a text, one statement a line, and gives back the echo of every line with its result or
+  // error. Every table is fresh; nothing of an earlier call is seen.
+  // A NUL ends the text.
+  std::string interpret(std::string_view text);
+
+  const FunctionSet& functions;
+  Variables variables;
+  Units units;
+  RepeatGuard guard;
+  LineScratch line;
+  std::vector<ValueStack> spare_stacks;  // for evaluations, which can nest
+
+ private:
+  void begin_call();
+};
+
+// What the routines of the grammar share.
+struct Parse {
+  Interpreter& interpreter;
+  Cursor& expptr;
+  CompiledStack& compiled;
+  TextBuf& err;
+  const char* value_end = nullptr;  // where the primary that was read last ends
+};
+
+// One line, with the cursor at its start: comment block, blank line or statement, up to its
+// newline. `default_name` is the prefix of the label, and `line_counter` numbers the statements
+// that worked.
+void process_an_expression(Interpreter& interpreter, std::string_view default_name,
+                           int& line_counter, Cursor& expptr, TextBuf& out);
+
+}  // namespace quantiverse

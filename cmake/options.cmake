@@ -1,0 +1,32 @@
+# What every target of this project is compiled with.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+option(QUANTIVERSE_BENCHMARKS "Build the benchmarks" OFF)
+option(QUANTIVERSE_WERROR "Treat warnings as errors" OFF)
+set(QUANTIVERSE_SANITIZE "" CACHE STRING "Sanitizers to build with, such as address,undefined")
+option(QUANTIVERSE_FUZZ "Build the fuzz targets with libFuzzer (clang)" OFF)
+option(QUANTIVERSE_COVERAGE "Instrument for coverage" OFF)
+
+add_library(qv_options INTERFACE)
+# The order of arithmetic is part of every result: no contraction, no x87.
+target_compile_options(qv_options INTERFACE
+  -Wall -Wextra -Wconversion -Wshadow
+  -ffp-contract=off
+  $<$<BOOL:${QUANTIVERSE_WERROR}>:-Werror>)
+if(QUANTIVERSE_SANITIZE)
+  target_compile_options(qv_options INTERFACE
+    -fsanitize=${QUANTIVERSE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(qv_options INTERFACE -fsanitize=${QUANTIVERSE_SANITIZE})
+endif()
+if(QUANTIVERSE_FUZZ)
+  target_compile_options(qv_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+if(QUANTIVERSE_COVERAGE)
+  target_compile_options(qv_options INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(qv_options INTERFACE --coverage)
+endif()

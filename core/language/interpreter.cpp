@@ -32,11 +32,15 @@ bool is_directions_line(Cursor expptr) {
 // What a line adds to its own text in the output, roughly. Reserving it takes no memory until it
 // is used, and saves copying a large output as it grows.
 constexpr std::size_t kUsualReport = 48;
+constexpr std::size_t kMostReserved = std::size_t{256} * 1024 * 1024;
 
 std::size_t expected_output(std::string_view text) {
   const auto lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
-  return 2 * text.size() + kUsualReport * lines;
+  return std::min(2 * text.size() + kUsualReport * lines, kMostReserved);
 }
+
+// A text longer than this doesn't leave its storage behind for the next one.
+constexpr std::size_t kUsualText = std::size_t{64} * 1024;
 
 }  // namespace
 
@@ -88,6 +92,10 @@ std::string Interpreter::interpret(std::string_view text) {
       if (!is_end_of_text(expptr)) expptr.step();
     }
     variables.clear();
+    if (text.size() > kUsualText) {
+      line = LineScratch();
+      spare_stacks = {};
+    }
     return out.release();
   } catch (const std::exception&) {  // an allocation that failed, or would be beyond any size
     nrerror("Allocation failure in allocate_and_init_str_vusk().");

@@ -51,8 +51,7 @@ void UnitSystems::replace_exceptions(std::vector<std::string> exceptions) {
   choices_.clear();
 }
 
-UnitSystems::Choice UnitSystems::find_choice(const Exponents& exps,
-                                             std::uint64_t user_units) const {
+UnitSystems::Choice UnitSystems::find_choice(const Exponents& exps, std::uint64_t user_units) {
   if (user_units_ != user_units) {
     choices_.clear();
     user_units_ = user_units;

@@ -34,7 +34,7 @@ class UnitSystems {
   // What is known of a dimension: the exception it is written in, or null for none. A list of
   // exceptions is walked once for a dimension and not once for a result.
   using Choice = std::optional<const std::string*>;
-  [[nodiscard]] Choice find_choice(const Exponents& exps, std::uint64_t user_units) const;
+  [[nodiscard]] Choice find_choice(const Exponents& exps, std::uint64_t user_units);
   void note_choice(const Exponents& exps, const std::string* exception);
 
  private:
@@ -47,8 +47,8 @@ class UnitSystems {
 
   UnitSystem system_ = UnitSystem::kMks;
   std::vector<std::string> exceptions_;
-  mutable std::unordered_map<Exponents, const std::string*, HashBytes, EqualBytes> choices_;
-  mutable std::uint64_t user_units_ = 0;  // the generation that choices_ was made under
+  std::unordered_map<Exponents, const std::string*, HashBytes, EqualBytes> choices_;
+  std::uint64_t user_units_ = 0;  // the generation that choices_ was made under
 };
 
 // Reads the optional list of exceptions at the cursor, "(unit, unit, ...)", and puts it in force.

@@ -7,6 +7,7 @@ namespace {
 
 // The system that a word names whatever its case, if it names one.
 bool find_unit_system(std::string_view word, UnitSystem& system) {
+  if (word.size() != kUnitSystemNames.front().size()) return false;  // nearly every line
   for (const UnitSystem candidate :
        {UnitSystem::kMks, UnitSystem::kCgs, UnitSystem::kFps, UnitSystem::kIps}) {
     if (equal_nocase(word, unit_system_name(candidate))) {

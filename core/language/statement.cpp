@@ -91,7 +91,7 @@ bool compile_lhs_and_rhs_and_clear_expptr(Parse& parse) {
 
 void append_label(TextBuf& out, std::string_view default_name, int number) {
   out.append_text("[  ");
-  out.append_text(default_name);
+  if (!default_name.empty()) out.append_text(default_name);
   out.append_integer(number);
   out.append_text(" ] ");
 }

@@ -119,10 +119,10 @@ bool UnitReader::is_unit_mult(UnitDef& unit, bool& div_flag) {
 bool UnitReader::is_more_unit_mult_or_null(UnitDef& unit, bool& div_flag) {
   for (;;) {
     const Cursor here = expptr_;
-    UnitDef factor = empty_unit();
     skip_blanks_and_comments(expptr_);
     if (is_end_of_statement(expptr_)) return true;
 
+    UnitDef factor = empty_unit();
     const bool times = accept_char('*', expptr_);
     const bool over = !times && accept_char('/', expptr_);
     if (!is_unit_mult(factor, div_flag)) {

@@ -41,11 +41,6 @@ std::vector<std::string> read_items(Units& units, Cursor& expptr, TextBuf& err) 
 
 }  // namespace
 
-const char* unit_system_name(UnitSystem system) {
-  constexpr const char* kNames[] = {"MKS", "cgs", "FPS", "IPS"};
-  return kNames[static_cast<std::size_t>(system)];
-}
-
 void UnitSystems::replace_exceptions(std::vector<std::string> exceptions) {
   exceptions_ = std::move(exceptions);
   choices_.clear();

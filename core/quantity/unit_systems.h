@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -18,7 +20,10 @@ struct Units;
 // MKS all the same.
 enum class UnitSystem : std::uint8_t { kMks, kCgs, kFps, kIps };
 
-const char* unit_system_name(UnitSystem system);
+inline constexpr std::array<std::string_view, 4> kUnitSystemNames = {"MKS", "cgs", "FPS", "IPS"};
+constexpr std::string_view unit_system_name(UnitSystem system) {
+  return kUnitSystemNames[static_cast<std::size_t>(system)];
+}
 
 // The current system, and the units that are preferred over its base units wherever a result has
 // exactly their dimension. The exceptions are kept as text, since what a name means is decided

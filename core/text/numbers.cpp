@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <string>
 #include <system_error>
@@ -56,6 +57,76 @@ double to_double(const char* first, const char* last) {
   return value;
 }
 
+// A number that is written with six digits, d.ddddd * 10^exponent.
+struct SixDigits {
+  std::uint32_t digits;  // 100000 to 999999
+  int exponent;
+};
+
+// All of these are exact.
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+double scale_to_six_digits(double x, int exponent) {
+  const int power = 5 - exponent;
+  return power >= 0 ? x * kPowersOfTen[power] : x / kPowersOfTen[-power];
+}
+
+// Six digits of most numbers need no more than one multiplication: the product is off by at most
+// one part in 2^53, which is less than 2e-10, so unless it lies that close to a half its rounding
+// is certain. Where it isn't, or the number is very large or small, the library decides.
+// REQUIRES: x is not negative.
+bool find_six_digits(double x, SixDigits& six) {
+  constexpr double kUncertain = 1e-9;
+  if (!(x >= 1e-15 && x < 1e22)) return false;
+  int binary = 0;
+  std::frexp(x, &binary);
+  // 1233/4096 is log10(2); the estimate is at most one too small.
+  six.exponent = ((binary - 1) * 1233 + 4096 * 64) / 4096 - 64;
+  double scaled = scale_to_six_digits(x, six.exponent);
+  if (scaled >= 1e6) scaled = scale_to_six_digits(x, ++six.exponent);
+  if (scaled < 1e5) scaled = scale_to_six_digits(x, --six.exponent);
+  six.digits = static_cast<std::uint32_t>(scaled + 0.5);
+  if (std::fabs(scaled - six.digits) > 0.5 - kUncertain) return false;
+  if (six.digits == 1000000) {
+    six.digits = 100000;
+    ++six.exponent;
+  }
+  return true;
+}
+
+// Writes as "%g" does and returns the end: without trailing zeros, and with an exponent below
+// 1e-4 and from 1e6.
+char* write_six_digits(const SixDigits& six, bool negative, char* out) {
+  char text[6];
+  std::uint32_t rest = six.digits;
+  for (int i = 5; i >= 0; --i, rest /= 10) text[i] = static_cast<char>('0' + rest % 10);
+  int count = 6;
+  while (text[count - 1] == '0') --count;
+
+  if (negative) *out++ = '-';
+  const bool scientific = six.exponent < -4 || six.exponent >= 6;
+  const int exponent = scientific ? 0 : six.exponent;
+  if (exponent < 0) {
+    *out++ = '0';
+    *out++ = '.';
+    for (int i = -1; i > exponent; --i) *out++ = '0';
+  }
+  for (int i = 0; i < count || i <= exponent; ++i) {
+    if (i == exponent + 1 && exponent >= 0) *out++ = '.';
+    *out++ = i < count ? text[i] : '0';
+  }
+  if (scientific) {
+    *out++ = 'e';
+    *out++ = six.exponent < 0 ? '-' : '+';
+    const int magnitude = std::abs(six.exponent);
+    *out++ = static_cast<char>('0' + magnitude / 10);
+    *out++ = static_cast<char>('0' + magnitude % 10);
+  }
+  return out;
+}
+
 }  // namespace
 
 bool scan_number(Cursor& expptr, double& result) {
@@ -91,6 +162,10 @@ bool scan_number(Cursor& expptr, double& result) {
 }
 
 std::size_t format_double(double x, std::array<char, kFormattedDoubleSize>& digits) {
+  SixDigits six;
+  if (find_six_digits(std::fabs(x), six)) {
+    return static_cast<std::size_t>(write_six_digits(six, x < 0.0, digits.data()) - digits.data());
+  }
   if (std::isnan(x)) x = std::numeric_limits<double>::quiet_NaN();
   const auto end =
       std::to_chars(digits.data(), digits.data() + digits.size(), x, std::chars_format::general, 6);

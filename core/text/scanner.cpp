@@ -24,7 +24,7 @@ void skip_blank_run(Cursor& expptr) {
 
 }  // namespace
 
-void skip_blanks_and_comments_slowly(Cursor& expptr) {
+void skip_comment_or_continuation(Cursor& expptr) {
   skip_blanks(expptr);
   if (expptr.peek() == '#') skip_to_newline(expptr);
 }
@@ -99,14 +99,6 @@ int scan_component_suffix(Cursor& expptr) {
   if (!accept_char(']', expptr)) return 0;
   back.accept();
   return digit - '0';
-}
-
-bool accept_keyword(std::string_view keyword, Cursor& expptr) {
-  const std::string_view rest = expptr.rest();
-  if (!rest.starts_with(keyword)) return false;
-  if (rest.size() > keyword.size() && is_name_char(rest[keyword.size()])) return false;
-  expptr.position += keyword.size();
-  return true;
 }
 
 bool equal_nocase(std::string_view a, std::string_view b) {

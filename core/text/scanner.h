@@ -30,11 +30,11 @@ inline bool is_end_of_statement(const Cursor& expptr) {
 
 // Steps over blanks, comments (up to their newline) and continuations: a backslash, whatever
 // stands behind it on its line, and the newline.
-void skip_blanks_and_comments_slowly(Cursor& expptr);
+void skip_comment_or_continuation(Cursor& expptr);
 inline void skip_blanks_and_comments(Cursor& expptr) {
+  while (!expptr.at_stop() && is_blank(*expptr.position)) expptr.step();
   const char c = expptr.peek();
-  if (c > '#' && c != '\\') return;  // by far the most common case
-  skip_blanks_and_comments_slowly(expptr);
+  if (c == '#' || c == '\\') skip_comment_or_continuation(expptr);
 }
 // The same, but stops at a comment.
 void skip_blanks(Cursor& expptr);
@@ -70,7 +70,14 @@ std::string_view scan_name(Cursor& expptr);
 int scan_component_suffix(Cursor& expptr);
 
 // Takes `keyword` if it stands here in this case and no name goes on behind it.
-bool accept_keyword(std::string_view keyword, Cursor& expptr);
+inline bool accept_keyword(std::string_view keyword, Cursor& expptr) {
+  if (expptr.peek() != keyword.front()) return false;
+  const std::string_view rest = expptr.rest();
+  if (!rest.starts_with(keyword)) return false;
+  if (rest.size() > keyword.size() && is_name_char(rest[keyword.size()])) return false;
+  expptr.position += keyword.size();
+  return true;
+}
 
 // Equal but for the case of ASCII letters.
 bool equal_nocase(std::string_view a, std::string_view b);

@@ -13,170 +13,105 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 double reciprocal(double x) { return x == 0.0 ? kInfinity : 1.0 / x; }
 
-template <typename Routine>
-void plain_function(const FunctionRow& row, const FunctionCall& call, Routine routine,
-                    double angle_exponent = 0.0) {
-  DimValue x;
-  if (!pop_plain_scalar(row, call, x)) return;
-  const double y = is_overflow_mark(x.comp[0]) ? 0.0 : routine(x.comp[0]);
-  push_scalar(call, y, angle_exponent);
+double fail(TextBuf& err, std::string_view message) {
+  err.append_text(message);
+  return 0.0;
 }
 
-template <typename Routine>
-void angle_function(const FunctionRow& row, const FunctionCall& call, Routine routine) {
-  plain_function(row, call, routine, 1.0);
+}  // namespace
+
+double elementary_sin(const double* x, TextBuf&) { return std::sin(*x); }
+double elementary_cos(const double* x, TextBuf&) { return std::cos(*x); }
+double elementary_tan(const double* x, TextBuf&) { return std::tan(*x); }
+double elementary_sec(const double* x, TextBuf&) { return reciprocal(std::cos(*x)); }
+double elementary_csc(const double* x, TextBuf&) { return reciprocal(std::sin(*x)); }
+double elementary_cot(const double* x, TextBuf&) { return reciprocal(std::tan(*x)); }
+double elementary_sinh(const double* x, TextBuf&) { return std::sinh(*x); }
+double elementary_cosh(const double* x, TextBuf&) { return std::cosh(*x); }
+double elementary_tanh(const double* x, TextBuf&) { return std::tanh(*x); }
+double elementary_sech(const double* x, TextBuf&) { return reciprocal(std::cosh(*x)); }
+double elementary_csch(const double* x, TextBuf&) { return reciprocal(std::sinh(*x)); }
+double elementary_coth(const double* x, TextBuf&) { return reciprocal(std::tanh(*x)); }
+double elementary_exp(const double* x, TextBuf&) { return std::exp(*x); }
+double elementary_ln(const double* x, TextBuf&) { return *x <= 0.0 ? kInfinity : std::log(*x); }
+double elementary_log10(const double* x, TextBuf&) {
+  return *x <= 0.0 ? kInfinity : std::log10(*x);
 }
 
-// A function that says so when its argument is out of its domain, before infinity is looked at.
-template <typename Domain, typename Routine>
-void limited_function(const FunctionRow& row, const FunctionCall& call, Domain is_outside,
-                      std::string_view message, Routine routine) {
-  DimValue x;
-  if (!pop_plain_scalar(row, call, x)) return;
-  if (is_outside(x.comp[0])) return refuse(call, message);
-  push_scalar(call, is_overflow_mark(x.comp[0]) ? 0.0 : routine(x.comp[0]), 0.0);
+double elementary_asin(const double* x, TextBuf&) {
+  return *x >= -1.0 && *x <= 1.0 ? std::asin(*x) : kInfinity;
 }
 
-// A rounding keeps the record of its argument, so an angle or amount stays one.
-template <typename Routine>
-void rounding(const FunctionRow& row, const FunctionCall& call, Routine routine) {
-  DimValue x;
-  if (!pop_plain_scalar(row, call, x)) return;
-  if (!is_overflow_mark(x.comp[0])) x.comp[0] = routine(x.comp[0]);
-  call.stack.push_value(x);
+double elementary_acos(const double* x, TextBuf&) {
+  return *x >= -1.0 && *x <= 1.0 ? std::acos(*x) : kInfinity;
 }
 
-double asin_or_infinity(double x) { return x >= -1.0 && x <= 1.0 ? std::asin(x) : kInfinity; }
+double elementary_atan(const double* x, TextBuf&) { return std::atan(*x); }
 
-double acos_or_infinity(double x) { return x >= -1.0 && x <= 1.0 ? std::acos(x) : kInfinity; }
-
-double arc_cotangent(double x) {
-  return (x < 0 ? std::atan(1.0) * -2.0 : std::atan(1.0) * 2.0) - std::atan(x);
+double elementary_acot(const double* x, TextBuf&) {
+  return (*x < 0 ? std::atan(1.0) * -2.0 : std::atan(1.0) * 2.0) - std::atan(*x);
 }
 
-double arc_secant(double x) {
+double elementary_asec(const double* arguments, TextBuf&) {
+  const double x = *arguments;
   if (x <= -1.0) return std::atan(1.0) * 4.0 - std::atan(std::sqrt(x * x - 1.0));
   if (x >= 1.0) return std::atan(std::sqrt(x * x - 1.0));
   return kInfinity;
 }
 
-// For a negative argument the arc cosine is that of a negative number, so the result lies between
-// -pi and -pi/2.
-double arc_cosecant(double x) {
+// For a negative argument the arc cosine is that of a negative number.
+double elementary_acsc(const double* arguments, TextBuf&) {
+  const double x = *arguments;
   if (x <= -1.0) return -std::acos(std::sqrt(x * x - 1.0) / x);
   if (x >= 1.0) return std::acos(std::sqrt(x * x - 1.0) / x);
   return kInfinity;
 }
 
-double log_or_infinity(double x) { return x <= 0.0 ? kInfinity : std::log(x); }
-
-double log10_or_infinity(double x) { return x <= 0.0 ? kInfinity : std::log10(x); }
-
-double round_to_int32(double x) { return truncate_to_int32(x >= 0.0 ? x + 0.5 : x - 0.5); }
-
-}  // namespace
-
-void call_sin(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return std::sin(x); });
-}
-void call_cos(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return std::cos(x); });
-}
-void call_tan(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return std::tan(x); });
-}
-void call_sec(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return reciprocal(std::cos(x)); });
-}
-void call_csc(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return reciprocal(std::sin(x)); });
-}
-void call_cot(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return reciprocal(std::tan(x)); });
-}
-void call_sinh(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return std::sinh(x); });
-}
-void call_cosh(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return std::cosh(x); });
-}
-void call_tanh(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return std::tanh(x); });
-}
-void call_sech(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return reciprocal(std::cosh(x)); });
-}
-void call_csch(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return reciprocal(std::sinh(x)); });
-}
-void call_coth(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return reciprocal(std::tanh(x)); });
-}
-void call_asinh(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return std::log(std::sqrt(x * x + 1.0) + x); });
-}
-void call_acsch(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) {
-    const double y = 1.0 / x;
-    return std::log(std::sqrt(y * y + 1.0) + y);
-  });
-}
-void call_exp(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, [](double x) { return std::exp(x); });
-}
-void call_ln(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, log_or_infinity);
-}
-void call_log10(const FunctionRow& row, const FunctionCall& call) {
-  plain_function(row, call, log10_or_infinity);
+double elementary_asinh(const double* arguments, TextBuf&) {
+  const double x = *arguments;
+  return std::log(std::sqrt(x * x + 1.0) + x);
 }
 
-void call_acosh(const FunctionRow& row, const FunctionCall& call) {
-  limited_function(
-      row, call, [](double x) { return x < 1.0; },
-      "ERROR:  Arg to acosh() must be greater than one.\n",
-      [](double x) { return std::log(std::sqrt(x * x - 1.0) + x); });
-}
-// Only the upper side is checked; what lies below -1 is the logarithm of what the formula gives.
-void call_atanh(const FunctionRow& row, const FunctionCall& call) {
-  limited_function(
-      row, call, [](double x) { return x > 1.0; },
-      "ERROR:  Arg of atanh() must be less than one.\n",
-      [](double x) { return std::log((x + 1.0) / (1.0 - x)) * 0.5; });
-}
-void call_asech(const FunctionRow& row, const FunctionCall& call) {
-  limited_function(
-      row, call, [](double x) { return x < 0.0 || x > 1.0; },
-      "ERROR:  ARg to asech() must be between zero and one.\n",
-      [](double x) {
-        const double y = 1.0 / x;
-        return std::log(std::sqrt(y * y - 1.0) + y);
-      });
-}
-void call_acoth(const FunctionRow& row, const FunctionCall& call) {
-  limited_function(
-      row, call, [](double x) { return std::fabs(x) < 1.0; },
-      "ERROR:  Arg of acoth() must be greater than one.\n",
-      [](double x) { return std::log((x + 1.0) / (x - 1.0)) * 0.5; });
+double elementary_acsch(const double* x, TextBuf&) {
+  const double y = 1.0 / *x;
+  return std::log(std::sqrt(y * y + 1.0) + y);
 }
 
-void call_asin(const FunctionRow& row, const FunctionCall& call) {
-  angle_function(row, call, asin_or_infinity);
+double elementary_acoth(const double* arguments, TextBuf& err) {
+  const double x = *arguments;
+  if (std::fabs(x) < 1.0) return fail(err, "ERROR:  Arg of acoth() must be greater than one.\n");
+  return std::log((x + 1.0) / (x - 1.0)) * 0.5;
 }
-void call_acos(const FunctionRow& row, const FunctionCall& call) {
-  angle_function(row, call, acos_or_infinity);
+
+double elementary_acosh(const double* arguments, TextBuf& err) {
+  const double x = *arguments;
+  if (x < 1.0) return fail(err, "ERROR:  Arg to acosh() must be greater than one.\n");
+  return is_overflow_mark(x) ? 0.0 : std::log(std::sqrt(x * x - 1.0) + x);
 }
-void call_atan(const FunctionRow& row, const FunctionCall& call) {
-  angle_function(row, call, [](double x) { return std::atan(x); });
+
+// Only the upper side is checked; below -1 it is the logarithm of what the formula gives.
+double elementary_atanh(const double* arguments, TextBuf& err) {
+  const double x = *arguments;
+  if (x > 1.0) return fail(err, "ERROR:  Arg of atanh() must be less than one.\n");
+  return std::log((x + 1.0) / (1.0 - x)) * 0.5;
 }
-void call_acot(const FunctionRow& row, const FunctionCall& call) {
-  angle_function(row, call, arc_cotangent);
+
+double elementary_asech(const double* arguments, TextBuf& err) {
+  const double x = *arguments;
+  if (x < 0.0 || x > 1.0) {
+    return fail(err, "ERROR:  ARg to asech() must be between zero and one.\n");
+  }
+  const double y = 1.0 / x;
+  return std::log(std::sqrt(y * y - 1.0) + y);
 }
-void call_asec(const FunctionRow& row, const FunctionCall& call) {
-  angle_function(row, call, arc_secant);
+
+double elementary_floor(const double* x, TextBuf&) { return std::floor(*x); }
+double elementary_ceil(const double* x, TextBuf&) { return std::ceil(*x); }
+double elementary_int(const double* x, TextBuf&) {
+  return *x >= 0.0 ? std::floor(*x) : -std::floor(-*x);
 }
-void call_acsc(const FunctionRow& row, const FunctionCall& call) {
-  angle_function(row, call, arc_cosecant);
+double elementary_round(const double* x, TextBuf&) {
+  return truncate_to_int32(*x >= 0.0 ? *x + 0.5 : *x - 0.5);
 }
 
 void call_atan2(const FunctionRow& row, const FunctionCall& call) {
@@ -187,19 +122,6 @@ void call_atan2(const FunctionRow& row, const FunctionCall& call) {
     return refuse_computing(row, call, "() of a dimensional number.\n");
   }
   push_scalar(call, std::atan2(y.comp[0], x.comp[0]), 1.0);
-}
-
-void call_floor(const FunctionRow& row, const FunctionCall& call) {
-  rounding(row, call, [](double x) { return std::floor(x); });
-}
-void call_ceil(const FunctionRow& row, const FunctionCall& call) {
-  rounding(row, call, [](double x) { return std::ceil(x); });
-}
-void call_int(const FunctionRow& row, const FunctionCall& call) {
-  rounding(row, call, [](double x) { return x >= 0.0 ? std::floor(x) : -std::floor(-x); });
-}
-void call_round(const FunctionRow& row, const FunctionCall& call) {
-  rounding(row, call, round_to_int32);
 }
 
 void call_sqrt(const FunctionRow& row, const FunctionCall& call) {

@@ -2,53 +2,53 @@
 
 #include "builtins/function_table.h"
 
-// Handlers of the elementary functions of one scalar, of atan2, and of the roundings.
-// The functions take a plain number: an angle is one (`sin(30 deg)` works on radians), and so is
-// an amount of substance. An argument of +infinity, the mark of a failed result, gives 0.
-// Outside of their domain most give +infinity without a message.
+// The routines of the elementary functions, as they are computed: the formula is part of the
+// result. Outside of its domain most of them give +infinity, without a message.
 namespace quantiverse {
 
-// A plain number to a plain number.
-void call_sin(const FunctionRow&, const FunctionCall&);
-void call_cos(const FunctionRow&, const FunctionCall&);
-void call_tan(const FunctionRow&, const FunctionCall&);
-void call_sec(const FunctionRow&, const FunctionCall&);
-void call_csc(const FunctionRow&, const FunctionCall&);
-void call_cot(const FunctionRow&, const FunctionCall&);
-void call_sinh(const FunctionRow&, const FunctionCall&);
-void call_cosh(const FunctionRow&, const FunctionCall&);
-void call_tanh(const FunctionRow&, const FunctionCall&);
-void call_sech(const FunctionRow&, const FunctionCall&);
-void call_csch(const FunctionRow&, const FunctionCall&);
-void call_coth(const FunctionRow&, const FunctionCall&);
-void call_asinh(const FunctionRow&, const FunctionCall&);
-void call_acosh(const FunctionRow&, const FunctionCall&);
-void call_atanh(const FunctionRow&, const FunctionCall&);
-void call_asech(const FunctionRow&, const FunctionCall&);
-void call_acsch(const FunctionRow&, const FunctionCall&);
-void call_acoth(const FunctionRow&, const FunctionCall&);
-void call_exp(const FunctionRow&, const FunctionCall&);
-void call_ln(const FunctionRow&, const FunctionCall&);
-void call_log10(const FunctionRow&, const FunctionCall&);
+double elementary_sin(const double* x, TextBuf& err);
+double elementary_cos(const double* x, TextBuf& err);
+double elementary_tan(const double* x, TextBuf& err);
+double elementary_sec(const double* x, TextBuf& err);
+double elementary_csc(const double* x, TextBuf& err);
+double elementary_cot(const double* x, TextBuf& err);
+double elementary_sinh(const double* x, TextBuf& err);
+double elementary_cosh(const double* x, TextBuf& err);
+double elementary_tanh(const double* x, TextBuf& err);
+double elementary_sech(const double* x, TextBuf& err);
+double elementary_csch(const double* x, TextBuf& err);
+double elementary_coth(const double* x, TextBuf& err);
+double elementary_exp(const double* x, TextBuf& err);
+double elementary_ln(const double* x, TextBuf& err);
+double elementary_log10(const double* x, TextBuf& err);
 
-// A plain number to an angle in radians.
-void call_asin(const FunctionRow&, const FunctionCall&);
-void call_acos(const FunctionRow&, const FunctionCall&);
-void call_atan(const FunctionRow&, const FunctionCall&);
-void call_acot(const FunctionRow&, const FunctionCall&);
-void call_asec(const FunctionRow&, const FunctionCall&);
-void call_acsc(const FunctionRow&, const FunctionCall&);
-// Two values of one dimension, y first.
-void call_atan2(const FunctionRow&, const FunctionCall&);
+// In radians.
+double elementary_asin(const double* x, TextBuf& err);
+double elementary_acos(const double* x, TextBuf& err);
+double elementary_atan(const double* x, TextBuf& err);
+double elementary_acot(const double* x, TextBuf& err);
+double elementary_asec(const double* x, TextBuf& err);
+// Between -pi and -pi/2 for a negative argument.
+double elementary_acsc(const double* x, TextBuf& err);
 
-// A plain number to a whole one; an angle stays an angle.
-void call_floor(const FunctionRow&, const FunctionCall&);
-void call_ceil(const FunctionRow&, const FunctionCall&);
-void call_int(const FunctionRow&, const FunctionCall&);
+double elementary_asinh(const double* x, TextBuf& err);
+double elementary_acsch(const double* x, TextBuf& err);
+double elementary_acoth(const double* x, TextBuf& err);  // err: |x| < 1
+// These three look at their domain before they look for +infinity.
+double elementary_acosh(const double* x, TextBuf& err);  // err: x < 1
+double elementary_atanh(const double* x, TextBuf& err);  // err: x > 1, but not x < -1
+double elementary_asech(const double* x, TextBuf& err);  // err: x < 0 or x > 1
+
+double elementary_floor(const double* x, TextBuf& err);
+double elementary_ceil(const double* x, TextBuf& err);
+// Towards zero.
+double elementary_int(const double* x, TextBuf& err);
 // Within the range of a 32-bit integer; outside of it the result is -2147483648.
-void call_round(const FunctionRow&, const FunctionCall&);
+double elementary_round(const double* x, TextBuf& err);
 
+// Two values of one dimension, y first; the result is an angle.
+void call_atan2(const FunctionRow& row, const FunctionCall& call);
 // Any dimension, which is halved: sqrt(4 m^2) is 2 m.
-void call_sqrt(const FunctionRow&, const FunctionCall&);
+void call_sqrt(const FunctionRow& row, const FunctionCall& call);
 
 }  // namespace quantiverse

@@ -13,6 +13,9 @@ inline constexpr int kFunctionCount = 89;
 struct FunctionRow;
 // Pops its arguments and pushes one value. REQUIRES: their number is right, `err` is empty.
 using Handler = void (*)(const FunctionRow& row, const FunctionCall& call);
+// What a handler of plain numbers computes from them, in their order. A routine may put a message
+// in `err`; its result is then of no interest.
+using Routine = double (*)(const double* x, TextBuf& err);
 
 struct FunctionRow {
   int number;
@@ -20,7 +23,8 @@ struct FunctionRow {
   int kind;                     // how the grammar reads the arguments, see FunctionSet::Kind
   int arguments;                // how many it takes
   bool exact;                   // false: that many or more
-  Handler handler;              // null: can't be called yet
+  Handler handler = nullptr;    // null: can't be called yet
+  Routine routine = nullptr;    // for the handlers of plain.h
   const char* alias = nullptr;  // the name it goes by in messages about its count, if another
 
   [[nodiscard]] const char* counted_as() const { return alias != nullptr ? alias : name; }

@@ -23,7 +23,10 @@ void math_func_airy(double x, double& ai, double& bi, double& aip, double& bip, 
   const double rootx = std::sqrt(absx);
   const double z = kTwoThirds * absx * rootx;
   if (x > 0.0) {
-    double ri = 0.0, rk = 0.0, rip = 0.0, rkp = 0.0;
+    double ri = 0.0;
+    double rk = 0.0;
+    double rip = 0.0;
+    double rkp = 0.0;
     math_func_bessik(z, kOneThird, ri, rk, rip, rkp, err);
     ai = rootx * kOneOverRoot3 * rk / pi;
     bi = (ri * kTwoOverRoot3 + rk / pi) * rootx;
@@ -31,7 +34,10 @@ void math_func_airy(double x, double& ai, double& bi, double& aip, double& bip, 
     aip = x * -kOneOverRoot3 * rk / pi;
     bip = (ri * kTwoOverRoot3 + rk / pi) * x;
   } else if (x < 0.0) {
-    double rj = 0.0, ry = 0.0, rjp = 0.0, ryp = 0.0;
+    double rj = 0.0;
+    double ry = 0.0;
+    double rjp = 0.0;
+    double ryp = 0.0;
     math_func_bessjy(z, kOneThird, rj, ry, rjp, ryp, err);
     ai = (rj - ry * kOneOverRoot3) * (rootx * 0.5);
     bi = (rj * kOneOverRoot3 + ry) * (rootx * -0.5);

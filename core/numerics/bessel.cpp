@@ -29,7 +29,7 @@ constexpr double kRescaleAbove = 1e10;
 constexpr double kRescaleBy = 1e-10;
 
 // Below this growth a step, rescaling keeps a downward recurrence away from overflow for good.
-constexpr double kTameGrowth = 9e9;
+constexpr double kTameGrowth = 9.99e9;
 
 template <std::size_t kTerms>
 double polynomial(const std::array<double, kTerms>& c, double y) {
@@ -147,7 +147,6 @@ Scaled downward_i(int n, double ax) {
     if (j == n) answer = next;
     // An infinity stays one down to order 0, and the answer would be taken as infinite too.
     if (j > n && std::isinf(current)) return {current, current};
-    if (j < n && answer == 0.0) break;
   }
   return {answer, current};
 }

@@ -1,12 +1,9 @@
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
 #include <cstdint>
 #include <numbers>
-#include <span>
 
 #include "numerics/bessel.h"
-#include "numerics/bessel_coefficients.h"
 #include "numerics/sign_of.h"
 #include "text/numbers.h"
 
@@ -60,9 +57,14 @@ struct TemmeStart {
   double gammi = 0.0;
 };
 
-// A recurrence that has left the range of a double has nothing to add: what is made of it
-// is NaN, however far it goes on.
+// A recurrence downwards that has left the range of a double: what is made of it is NaN, however
+// far it goes on.
 bool has_overflowed(double x) { return !std::isfinite(x); }
+
+// A recurrence upwards that only repeats itself from here on.
+bool is_settled(double a, double b) {
+  return (std::isnan(a) && std::isnan(b)) || (a == b && (a == 0.0 || std::isinf(a)));
+}
 
 // --- J and Y ----------------------------------------------------------------------------------
 
@@ -105,8 +107,7 @@ bool series_jy(const Setup& s, double f, double w, AtMu& at, TextBuf& err) {
   const double d = -t.x2 * t.x2;
   double sum = ff + r * q;
   double sum1 = p;
-  bool is_done = false;
-  for (int i = 1; i <= kMaxIt && !is_done; ++i) {
+  for (int i = 1; i <= kMaxIt; ++i) {
     ff = (i * ff + p + q) / (i * i - s.xmu2);
     c = c * d / i;
     p = p / (i - s.xmu);
@@ -115,14 +116,15 @@ bool series_jy(const Setup& s, double f, double w, AtMu& at, TextBuf& err) {
     sum = sum + del;
     const double del1 = c * p - i * del;
     sum1 = sum1 + del1;
-    is_done = std::fabs(del) < (1.0 + std::fabs(sum)) * kEps;
+    if (std::fabs(del) < (1.0 + std::fabs(sum)) * kEps) {
+      at.rymu = -sum;
+      at.ry1 = -sum1 * s.xi2;
+      const double rymup = s.xmu * s.xi * at.rymu - at.ry1;
+      at.rjmu = w / (rymup - f * at.rymu);
+      return true;
+    }
   }
-  if (!is_done) return false;
-  at.rymu = -sum;
-  at.ry1 = -sum1 * s.xi2;
-  const double rymup = s.xmu * s.xi * at.rymu - at.ry1;
-  at.rjmu = w / (rymup - f * at.rymu);
-  return true;
+  return false;
 }
 
 // CF2: p + i q is the logarithmic derivative of J + i Y at order xmu.
@@ -264,31 +266,6 @@ bool steed_k(const Setup& s, double& rkmu, double& rk1) {
 
 }  // namespace
 
-double math_func_bes_chebev(double a, double b, std::span<const double> c, double x, TextBuf& err) {
-  if ((x - a) * (x - b) > 0.0) {
-    err.append_text("ERROR:  x not in range in routine math_func_bes_chebev().\n");
-    return 0.0;
-  }
-  const double y = (2.0 * x - a - b) / (b - a);
-  double d = 0.0;
-  double dd = 0.0;
-  for (std::size_t j = c.size() - 1; j > 0; --j) {
-    const double sv = d;
-    d = 2.0 * y * d - dd + c[j];
-    dd = sv;
-  }
-  return y * d - dd + 0.5 * c[0];
-}
-
-void math_func_beschb(double x, double& gam1, double& gam2, double& gampl, double& gammi,
-                      TextBuf& err) {
-  const double xx = 8.0 * x * x - 1.0;
-  gam1 = math_func_bes_chebev(-1.0, 1.0, bessel::kGam1, xx, err);
-  gam2 = math_func_bes_chebev(-1.0, 1.0, bessel::kGam2, xx, err);
-  gampl = gam2 - x * gam1;
-  gammi = gam2 + x * gam1;
-}
-
 void math_func_bessjy(double x, double nu, double& rj, double& ry, double& rjp, double& ryp,
                       TextBuf& err) {
   rj = ry = rjp = ryp = 0.0;
@@ -330,8 +307,8 @@ void math_func_bessjy(double x, double nu, double& rj, double& ry, double& rjp, 
   fact = at.rjmu / rjl;
   rj = rjl1 * fact;
   rjp = rjp1 * fact;
-  for (std::int32_t i = 1; i <= s.nl && !(std::isnan(at.rymu) && std::isnan(at.ry1)); ++i) {
-    const double rytemp = (s.xmu + i) * s.xi2 * at.ry1 - at.rymu;
+  for (std::int32_t i = 0; i < s.nl && !(std::isnan(at.rymu) && std::isnan(at.ry1)); ++i) {
+    const double rytemp = (s.xmu + (i + 1)) * s.xi2 * at.ry1 - at.rymu;
     at.rymu = at.ry1;
     at.ry1 = rytemp;
   }
@@ -377,8 +354,8 @@ void math_func_bessik(double x, double nu, double& ri, double& rk, double& rip, 
   const double rimu = s.xi / (f * rkmu - rkmup);
   ri = rimu * ril1 / ril;
   rip = rimu * rip1 / ril;
-  for (std::int32_t i = 1; i <= s.nl && !(has_overflowed(rkmu) && has_overflowed(rk1)); ++i) {
-    const double rktemp = (s.xmu + i) * s.xi2 * rk1 + rkmu;
+  for (std::int32_t i = 0; i < s.nl && !is_settled(rkmu, rk1); ++i) {
+    const double rktemp = (s.xmu + (i + 1)) * s.xi2 * rk1 + rkmu;
     rkmu = rk1;
     rk1 = rktemp;
   }
@@ -386,30 +363,50 @@ void math_func_bessik(double x, double nu, double& ri, double& rk, double& rip, 
   rkp = nu * s.xi * rkmu - rk1;
 }
 
+namespace {
+
+// The functions alone, of order |nu|.
+struct Values {
+  double regular = 0.0;
+  double irregular = 0.0;
+};
+
+Values values_ik(double nu, double x, TextBuf& err) {
+  Values v;
+  double rip = 0.0;
+  double rkp = 0.0;
+  math_func_bessik(x, std::fabs(nu), v.regular, v.irregular, rip, rkp, err);
+  return v;
+}
+
+Values values_jy(double nu, double x, TextBuf& err) {
+  Values v;
+  double rjp = 0.0;
+  double ryp = 0.0;
+  math_func_bessjy(x, std::fabs(nu), v.regular, v.irregular, rjp, ryp, err);
+  return v;
+}
+
+}  // namespace
+
 double math_func_bessi_frac(double nu, double x, TextBuf& err) {
-  const double m = std::fabs(nu);
-  double ri = 0.0, rk = 0.0, rip = 0.0, rkp = 0.0;
-  math_func_bessik(x, m, ri, rk, rip, rkp, err);
-  return nu < 0.0 ? ri + std::sin(m * pi) * kTwoOverPi * rk : ri;
+  const auto [ri, rk] = values_ik(nu, x, err);
+  return nu < 0.0 ? ri + std::sin(std::fabs(nu) * pi) * kTwoOverPi * rk : ri;
 }
 
 double math_func_bessj_frac(double nu, double x, TextBuf& err) {
   const double m = std::fabs(nu);
-  double rj = 0.0, ry = 0.0, rjp = 0.0, ryp = 0.0;
-  math_func_bessjy(x, m, rj, ry, rjp, ryp, err);
+  const auto [rj, ry] = values_jy(nu, x, err);
   return nu < 0.0 ? std::cos(m * pi) * rj - std::sin(m * pi) * ry : rj;
 }
 
 double math_func_bessk_frac(double nu, double x, TextBuf& err) {
-  double ri = 0.0, rk = 0.0, rip = 0.0, rkp = 0.0;
-  math_func_bessik(x, std::fabs(nu), ri, rk, rip, rkp, err);
-  return rk;
+  return values_ik(nu, x, err).irregular;
 }
 
 double math_func_bessy_frac(double nu, double x, TextBuf& err) {
   const double m = std::fabs(nu);
-  double rj = 0.0, ry = 0.0, rjp = 0.0, ryp = 0.0;
-  math_func_bessjy(x, m, rj, ry, rjp, ryp, err);
+  const auto [rj, ry] = values_jy(nu, x, err);
   return nu < 0.0 ? std::sin(m * pi) * rj + std::cos(m * pi) * ry : ry;
 }
 

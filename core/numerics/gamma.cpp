@@ -10,12 +10,13 @@ namespace {
 constexpr int kIterationLimit = 100;
 constexpr double kTolerance = 3e-7;
 constexpr double kSmallestDenominator = 1e-30;
-// Where a continued fraction starts when its first numerator has no predecessor: one step
-// below 1 / kSmallestDenominator.
+// 1 / kSmallestDenominator as doubles divide: stands for the infinite predecessor of the first
+// numerator.
 constexpr double kLentzStart = 9.999999999999999e+29;
 
-// gamma(x), for all x > 0, is exp(-tmp) times kRootOfTwoPi * (kLanczosLead + the sum over
-// j = 1..6 of kLanczos[j - 1] / (x + j)) / x. MEASURED
+// Lanczos series: gamma(x) / ((x + 5.5)^(x + 0.5) exp(-(x + 5.5))) for every x > 0 is about
+// kRootOfTwoPi (kLanczosLead + the sum of kLanczos[j - 1] / (x + j) for j = 1 to 6) / x.
+// Relative error 5e-13 up to x = 10, 1.4e-10 up to 171.
 constexpr double kLanczosLead = 1.000000000190015;
 constexpr std::array kLanczos = {
     76.18009172947146,  -86.50532032941678,   24.01409824083091,

@@ -14,30 +14,47 @@ namespace {
 constexpr double kEuler = 0.5772156649015329;
 constexpr int kIterationLimit = 100;
 
+// Ends the series, and also parts them: the asymptotic one can reach it only for x above -ln of
+// it.
 constexpr double kEiTolerance = 6e-8;
 constexpr double kEiSmallest = 1e-30;
 
 constexpr double kExpintTolerance = 3e-7;
+// 1 / 1e-30 as doubles divide: stands for an infinite start.
 constexpr double kLentzStart = 9.999999999999999e+29;
 
+// Dawson's integral from a sum over odd multiples of the step, for |x| >= 0.2. Error 4.1e-7
+// relative, of which the step makes nearly all.
 constexpr double kDawsonStep = 0.4;
 constexpr int kDawsonTerms = 6;
+constexpr double kDawsonScale = 0.5641895835;  // 1 / sqrt(pi)
+// Its power series for |x| < 0.2: x (1 - s1 x^2 (1 - s2 x^2 (1 - s3 x^2))) with these s. Error
+// 4.5e-8 relative.
 constexpr double kDawsonSeriesBound = 0.2;
-// 1 / sqrt(pi) to ten digits.
-constexpr double kDawsonScale = 0.5641895835;
 constexpr std::array kDawsonSeries = {0.6666666666666666, 0.4, 0.2857142857142857};
 
+// Polynomials, coefficients ascending.
+
+// (Phi(x) - 0.5) / x as a quotient in x^2, for |x| < 1.87. Error of Phi 2.5e-9.
+constexpr double kCentreBound = 1.87;
 constexpr std::array kCentreNumerator = {0.398942270991, 0.020133760596, 0.002946756074};
 constexpr std::array kCentreDenominator = {1.0, 0.217134277847, 0.018576112465, 0.000643163695};
 
+// The sixteenth root of 1 - Phi(x) as a quotient in x, for 1.87 <= x < 6. Error of Phi 2.4e-9.
+constexpr double kTailBound = 6.0;
 constexpr std::array kTailNumerator = {1.398247031184, -0.360040248231, 0.022719786588};
 constexpr std::array kTailDenominator = {1.460954518699, -0.305459640162, 0.038611796258,
                                          -0.003787400686};
 
+// The inverse of Phi over p - 0.5 as a quotient in (p - 0.5)^2, for |p - 0.5| < 0.42. Error
+// 3.1e-9.
+constexpr double kInverseCentreBound = 0.42;
 constexpr std::array kInverseNumerator = {2.50662823884, -18.61500062529, 41.39119773534,
                                           -25.44106049637};
 constexpr std::array kInverseDenominator = {1.0, -8.4735109309, 23.08336743743, -21.06224101826,
                                             3.13082909833};
+// Minus the inverse of Phi at r in ln(-ln(r)), for 1e-16 <= r <= 0.08. Error 2.3e-10 down to
+// 1e-12, 3.4e-8 below.
 constexpr std::array kInverseTail = {
     0.3374754822726147, 0.9761690190917186, 0.1607979714918209,
     0.0276438810333863, 0.0038405729373609, 0.0003951896511919,
@@ -51,7 +68,7 @@ double fail(TextBuf& err, std::string_view message) {
   return 0.0;
 }
 
-// Coefficients ascend; Horner's rule.
+// Horner's rule.
 template <std::size_t N>
 double polynomial(const std::array<double, N>& coefficients, double x) {
   double sum = coefficients[N - 1];
@@ -187,11 +204,11 @@ double math_func_dawson(double x) {
 
 double math_func_CumNormal(double x) {
   const double size = std::fabs(x);
-  if (size < 1.87) {
+  if (size < kCentreBound) {
     const double y = x * x;
     return 0.5 + x * polynomial(kCentreNumerator, y) / polynomial(kCentreDenominator, y);
   }
-  if (size < 6.0) {
+  if (size < kTailBound) {
     double v = polynomial(kTailNumerator, size) / polynomial(kTailDenominator, size);
     for (int i = 0; i < 4; ++i) v *= v;
     return x >= 0.0 ? 1.0 - v : v;
@@ -210,7 +227,7 @@ double math_func_CumNormalInv(double p, TextBuf& err) {
   if (p > kLargestProbability) p = kLargestProbability;
 
   const double x = p - 0.5;
-  if (std::fabs(x) < 0.42) {
+  if (std::fabs(x) < kInverseCentreBound) {
     const double y = x * x;
     return x * polynomial(kInverseNumerator, y) / polynomial(kInverseDenominator, y);
   }

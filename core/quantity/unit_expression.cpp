@@ -12,7 +12,6 @@ namespace {
 
 constexpr double kCelsiusOffset = -273.15;
 constexpr double kFahrenheitOffset = -459.67;
-constexpr std::string_view kOverflow = "ERROR:  Numerical over or underflow.\n";
 
 enum class LoneTemperature { kNone, kCelsius, kFahrenheit };
 
@@ -43,6 +42,11 @@ class UnitReader {
   bool fail(std::string_view message) {
     err_.append_text(message);
     return false;
+  }
+
+  bool overflow(const Cursor& here) {
+    expptr_ = here;
+    return fail("ERROR:  Numerical over or underflow.\n");
   }
 
   Units& units_;
@@ -130,6 +134,7 @@ bool UnitReader::is_more_unit_mult_or_null(UnitDef& unit, bool& div_flag) {
       // The operator belongs to the arithmetic around the units, as in `5 m * 3`.
       return times || over;
     }
+    if (over && factor.w0 == 0.0) return overflow(here);
     // After a "/" every factor of this level divides, "*" or not: rendered text such as
     // "kg m / s^2 degK" must read back as it was meant.
     if (over) div_flag = true;
@@ -138,10 +143,7 @@ bool UnitReader::is_more_unit_mult_or_null(UnitDef& unit, bool& div_flag) {
     } else {
       multiply(unit, factor);
     }
-    if ((over && factor.w0 == 0.0) || is_bad_double(unit.w0)) {
-      expptr_ = here;
-      return fail(kOverflow);
-    }
+    if (is_bad_double(unit.w0)) return overflow(here);
   }
 }
 
@@ -155,7 +157,11 @@ bool UnitReader::is_exponentiated_base_unit_paren_or_null(UnitDef& unit) {
 
 bool UnitReader::is_parenthesis(UnitDef& unit) {
   const char* const opening = expptr_.position;
-  if (const std::string* message = units_.failed_parentheses.find(opening)) return fail(*message);
+  if (const FailedParentheses::Failure* known = units_.failed_parentheses.find(opening)) {
+    if (known->had_units) ++count_;
+    return fail(units_.failed_parentheses.message(*known));
+  }
+  const int count_before = count_;
   reach_ = std::max(reach_, opening);
   UnitDef inner;
   const bool closed =
@@ -163,7 +169,7 @@ bool UnitReader::is_parenthesis(UnitDef& unit) {
           ? units_.stack.call_on_fresh_stack([this, &inner] { return is_closed_expression(inner); })
           : is_closed_expression(inner);
   if (!closed) {
-    units_.failed_parentheses.note(opening, reach_, err_.text());
+    units_.failed_parentheses.note(opening, reach_, err_.text(), count_ != count_before);
     return false;
   }
   unit.w0 = inner.w0;
@@ -205,7 +211,7 @@ bool UnitReader::is_simple_unit(UnitDef& unit) {
   const double scale = exponent == 1.0 ? record.comp[0] : std::pow(record.comp[0], exponent);
   unit.w0 = scale * unit.w0;
   for (std::size_t i = 0; i < kSlotCount; ++i) unit.exps[i] += record.exps[i] * exponent;
-  return !is_bad_double(unit.w0) || fail(kOverflow);
+  return !is_bad_double(unit.w0) || overflow(first);
 }
 
 // The exponent behind a unit's name, 1.0 if there is none; or a message, and 1.0.

@@ -15,8 +15,8 @@ std::string_view bytes(const Exponents& exps) {
 }
 
 // The items from behind the "(" up to its ")"; with a message in `err` they are of no use.
-std::vector<std::string> read_items(Units& units, Cursor& expptr, TextBuf& err) {
-  std::vector<std::string> items;
+std::vector<std::string_view> read_items(Units& units, Cursor& expptr, TextBuf& err) {
+  std::vector<std::string_view> items;
   for (;;) {  // an item starts right behind its comma, so its text may begin with blanks
     const Cursor first = expptr;
     for (;;) {
@@ -34,28 +34,28 @@ std::vector<std::string> read_items(Units& units, Cursor& expptr, TextBuf& err) 
         err.append_text(" Argument not a proper unit");
         return items;
       }
-      items.emplace_back(first.until(expptr));
+      items.push_back(first.until(expptr));
     }
   }
 }
 
 }  // namespace
 
-void UnitSystems::replace_exceptions(std::vector<std::string> exceptions) {
+void UnitSystems::replace_exceptions(std::vector<std::string_view> exceptions) {
   exceptions_ = std::move(exceptions);
-  choices_.clear();
+  choices_ = Choices();  // clear() would take as long as the longest list of an earlier line
 }
 
 UnitSystems::Choice UnitSystems::find_choice(const Exponents& exps, std::uint64_t user_units) {
   if (user_units_ != user_units) {
-    choices_.clear();
+    choices_ = Choices();
     user_units_ = user_units;
   }
   const auto found = choices_.find(exps);
   return found == choices_.end() ? Choice() : Choice(found->second);
 }
 
-void UnitSystems::note_choice(const Exponents& exps, const std::string* exception) {
+void UnitSystems::note_choice(const Exponents& exps, const std::string_view* exception) {
   choices_.emplace(exps, exception);
 }
 
@@ -71,7 +71,7 @@ void read_default_unit_list(Units& units, Cursor& expptr, TextBuf& err) {
   err.clear_text();
   skip_blanks_and_comments(expptr);
   if (!accept_char('(', expptr)) return;
-  std::vector<std::string> items = read_items(units, expptr, err);
+  std::vector<std::string_view> items = read_items(units, expptr, err);
   // `MKS()` keeps the exceptions, as `MKS` without parentheses does.
   if (err.is_empty_text() && !items.empty()) units.systems.replace_exceptions(std::move(items));
 }

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -26,21 +25,21 @@ constexpr std::string_view unit_system_name(UnitSystem system) {
 }
 
 // The current system, and the units that are preferred over its base units wherever a result has
-// exactly their dimension. The exceptions are kept as text, since what a name means is decided
-// when a result is written.
+// exactly their dimension. The exceptions are kept as stretches of the call's text, since what a
+// name means is decided when a result is written.
 class UnitSystems {
  public:
   [[nodiscard]] UnitSystem system() const { return system_; }
   void set_unit_system(UnitSystem system) { system_ = system; }
 
-  [[nodiscard]] const std::vector<std::string>& exceptions() const { return exceptions_; }
-  void replace_exceptions(std::vector<std::string> exceptions);
+  [[nodiscard]] const std::vector<std::string_view>& exceptions() const { return exceptions_; }
+  void replace_exceptions(std::vector<std::string_view> exceptions);
 
   // What is known of a dimension: the exception it is written in, or null for none. A list of
   // exceptions is walked once for a dimension and not once for a result.
-  using Choice = std::optional<const std::string*>;
+  using Choice = std::optional<const std::string_view*>;
   [[nodiscard]] Choice find_choice(const Exponents& exps, std::uint64_t user_units);
-  void note_choice(const Exponents& exps, const std::string* exception);
+  void note_choice(const Exponents& exps, const std::string_view* exception);
 
  private:
   struct HashBytes {
@@ -51,8 +50,9 @@ class UnitSystems {
   };
 
   UnitSystem system_ = UnitSystem::kMks;
-  std::vector<std::string> exceptions_;
-  std::unordered_map<Exponents, const std::string*, HashBytes, EqualBytes> choices_;
+  std::vector<std::string_view> exceptions_;  // in the call's text
+  using Choices = std::unordered_map<Exponents, const std::string_view*, HashBytes, EqualBytes>;
+  Choices choices_;
   std::uint64_t user_units_ = 0;  // the generation that choices_ was made under
 };
 

@@ -80,16 +80,16 @@ bool exactly_same(const Exponents& a, const Exponents& b) {
   return std::equal(a.begin(), a.end(), b.begin(), exponents_match);
 }
 
-const std::string* find_exception(const Exponents& exps, Units& units) {
-  const std::vector<std::string>& exceptions = units.systems.exceptions();
+const std::string_view* find_exception(const Exponents& exps, Units& units) {
+  const std::vector<std::string_view>& exceptions = units.systems.exceptions();
   if (exceptions.empty()) return nullptr;
   const UnitSystems::Choice known = units.systems.find_choice(exps, units.users.generation());
   if (known) return *known;
 
-  const std::string* choice = nullptr;
+  const std::string_view* choice = nullptr;
   TextBuf ignored;
-  for (const std::string& exception : exceptions) {
-    Cursor start{std::string_view(exception)};
+  for (const std::string_view& exception : exceptions) {
+    Cursor start(exception);
     UnitDef unit;
     if (parse_unit_expression(units, start, unit, ignored) && exactly_same(exps, unit.exps)) {
       choice = &exception;
@@ -119,7 +119,7 @@ void render_units(TextBuf& text, const Exponents& exps, UnitSystem system) {
 }
 
 void render_units_with_exceptions(TextBuf& text, const Exponents& exps, Units& units) {
-  if (const std::string* exception = find_exception(exps, units)) {
+  if (const std::string_view* exception = find_exception(exps, units)) {
     text.append_text(*exception);
   } else {
     render_units(text, exps, units.systems.system());

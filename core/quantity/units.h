@@ -15,29 +15,36 @@ namespace quantiverse {
 // `sec(*sec(*sec(...` would be read to its end from each of its parentheses.
 class FailedParentheses {
  public:
-  // The message, or null if nothing is known of a parenthesis that opens at `position`.
-  [[nodiscard]] const std::string* find(const char* position) const {
+  struct Failure {
+    std::uint32_t message;
+    bool had_units;  // units were read before it went wrong, and they count
+  };
+  // Null if nothing is known of a parenthesis that opens at `position`.
+  [[nodiscard]] const Failure* find(const char* position) const {
     if (messages_.empty()) return nullptr;
     const auto found = at_.find(position);
-    return found == at_.end() ? nullptr : &messages_[found->second];
+    return found == at_.end() ? nullptr : &found->second;
+  }
+  [[nodiscard]] std::string_view message(const Failure& failure) const {
+    return messages_[failure.message];
   }
   // REQUIRES: the text up to `reach` has been looked at to find that out.
-  void note(const char* position, const char* reach, std::string_view message) {
+  void note(const char* position, const char* reach, std::string_view message, bool had_units) {
     if (reach - position < kWorthNoting) return;
     if (messages_.empty() || messages_.back() != message) messages_.emplace_back(message);
-    at_.emplace(position, messages_.size() - 1);
+    at_.emplace(position, Failure{static_cast<std::uint32_t>(messages_.size() - 1), had_units});
   }
   // What is a unit may change from line to line.
   void begin_line() {
     if (messages_.empty()) return;
     messages_.clear();
-    at_.clear();
+    at_ = decltype(at_)();  // clear() would take as long as the longest line before
   }
 
  private:
   static constexpr std::ptrdiff_t kWorthNoting = 64;
   std::vector<std::string> messages_;
-  std::unordered_map<const char*, std::size_t> at_;
+  std::unordered_map<const char*, Failure> at_;
 };
 
 // All that reading and writing the text of a unit depends on.

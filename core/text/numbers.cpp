@@ -87,6 +87,7 @@ bool find_six_digits(double x, SixDigits& six) {
   double scaled = scale_to_six_digits(x, six.exponent);
   if (scaled >= 1e6) scaled = scale_to_six_digits(x, ++six.exponent);
   if (scaled < 1e5) scaled = scale_to_six_digits(x, --six.exponent);
+  // Not right for ties, but those are uncertain. NOLINTNEXTLINE(bugprone-incorrect-roundings)
   six.digits = static_cast<std::uint32_t>(scaled + 0.5);
   if (std::fabs(scaled - six.digits) > 0.5 - kUncertain) return false;
   if (six.digits == 1000000) {

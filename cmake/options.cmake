@@ -17,6 +17,8 @@ add_library(qv_options INTERFACE)
 target_compile_options(qv_options INTERFACE
   -Wall -Wextra -Wconversion -Wshadow
   -ffp-contract=off
+  # Values are copied right after they were written in smaller pieces, which makes wide loads wait.
+  $<$<CXX_COMPILER_ID:GNU>:-fno-tree-slp-vectorize>
   $<$<BOOL:${QUANTIVERSE_WERROR}>:-Werror>)
 if(QUANTIVERSE_SANITIZE)
   target_compile_options(qv_options INTERFACE

@@ -27,17 +27,17 @@ double elementary_asin(const double* x, TextBuf& err);
 double elementary_acos(const double* x, TextBuf& err);
 double elementary_atan(const double* x, TextBuf& err);
 double elementary_acot(const double* x, TextBuf& err);
-double elementary_asec(const double* x, TextBuf& err);
+double elementary_asec(const double* arguments, TextBuf& err);
 // Between -pi and -pi/2 for a negative argument.
-double elementary_acsc(const double* x, TextBuf& err);
+double elementary_acsc(const double* arguments, TextBuf& err);
 
-double elementary_asinh(const double* x, TextBuf& err);
+double elementary_asinh(const double* arguments, TextBuf& err);
 double elementary_acsch(const double* x, TextBuf& err);
-double elementary_acoth(const double* x, TextBuf& err);  // err: |x| < 1
+double elementary_acoth(const double* arguments, TextBuf& err);  // err: |x| < 1
 // These three look at their domain before they look for +infinity.
-double elementary_acosh(const double* x, TextBuf& err);  // err: x < 1
-double elementary_atanh(const double* x, TextBuf& err);  // err: x > 1, but not x < -1
-double elementary_asech(const double* x, TextBuf& err);  // err: x < 0 or x > 1
+double elementary_acosh(const double* arguments, TextBuf& err);  // err: x < 1
+double elementary_atanh(const double* arguments, TextBuf& err);  // err: x > 1, but not x < -1
+double elementary_asech(const double* arguments, TextBuf& err);  // err: x < 0 or x > 1
 
 double elementary_floor(const double* x, TextBuf& err);
 double elementary_ceil(const double* x, TextBuf& err);

@@ -15,7 +15,11 @@ struct PlainArguments {
 bool pop_arguments(const FunctionRow& row, const FunctionCall& call, PlainArguments& arguments) {
   for (int i = row.arguments; i > 0; --i) {
     DimValue value;
-    if (!pop_plain_scalar(row, call, value)) return false;
+    if (!pop_plain_scalar(row, call, value)) {
+      call.stack.drop(static_cast<std::size_t>(i));  // the clear value and what lies under it
+      call.stack.push_value(DimValue{});
+      return false;
+    }
     arguments.x[static_cast<std::size_t>(i - 1)] = value.comp[0];
     if (is_overflow_mark(value.comp[0])) arguments.overflow = true;
   }

@@ -49,6 +49,7 @@ void LineScratch::begin_line() {
   message.clear_text();
   result.clear_text();
   failed_run = {};
+  good_target = nullptr;
 }
 
 void process_an_expression(Interpreter& interpreter, std::string_view default_name,

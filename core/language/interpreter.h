@@ -38,6 +38,8 @@ struct LineScratch {
   TextBuf message;  // what a special statement has to say
   TextBuf result;   // the outputs
   FailedUnitRun failed_run;
+  // The target that was looked ahead for and found to be a good name: not looked up again.
+  const char* good_target = nullptr;
 
   void begin_line();
 };

@@ -34,7 +34,9 @@ std::string_view probe_assignment_target(Interpreter& interpreter, Cursor expptr
   TextBuf ignored;
   const bool okay =
       is_varname_okay(target.name, interpreter.units.users, interpreter.functions, ignored);
-  return okay ? target.name : std::string_view();
+  if (!okay) return {};
+  interpreter.line.good_target = target.name.data();
+  return target.name;
 }
 
 bool fail_continuation(Parse& parse) {
@@ -72,7 +74,9 @@ bool assign(Parse& parse, const Target& target) {
 // REQUIRES: the cursor stands behind the "=".
 bool is_assignment(Parse& parse, const Target& target) {
   const Interpreter& interpreter = parse.interpreter;
-  if (!is_varname_okay(target.name, interpreter.units.users, interpreter.functions, parse.err)) {
+  interpreter.variables.expect(target.name);
+  if (interpreter.line.good_target != target.name.data() &&
+      !is_varname_okay(target.name, interpreter.units.users, interpreter.functions, parse.err)) {
     return false;
   }
   if (!compile_rhs(parse)) return false;

@@ -58,19 +58,22 @@ void Variables::grow() {
   }
 }
 
-Variable& Variables::add_variable(std::string_view name, const DimValue& value) {
-  if (records_.size() * 4 >= entries_.size() * 3) grow();
-  const std::uint32_t hash = hash_of(name);
-  Entry& entry = entry_of(name, hash);
+Variable& Variables::add_variable(Entry& entry, std::string_view name, std::uint32_t hash,
+                                  const DimValue& value) {
   records_.push_back({name, kFirstNumber + static_cast<int>(records_.size()), value});
   entry = {hash, static_cast<std::uint32_t>(records_.size())};
   return records_.back();
 }
 
+void Variables::expect(std::string_view name) const {
+  if (entries_.empty()) return;
+  __builtin_prefetch(&entries_[hash_of(name) & (entries_.size() - 1)], 1);
+}
+
 Variable* Variables::find_number(int number) {
-  const long index = static_cast<long>(number) - kFirstNumber;
-  if (index < 0 || index >= static_cast<long>(records_.size())) return nullptr;
-  return &records_[static_cast<std::size_t>(index)];
+  if (number < kFirstNumber) return nullptr;
+  const auto index = static_cast<std::size_t>(number - kFirstNumber);
+  return index < records_.size() ? &records_[index] : nullptr;
 }
 
 DimValue Variables::getvar(std::string_view name, TextBuf& err) {
@@ -114,13 +117,16 @@ void Variables::setvar_by_num(int number, const DimValue& value, TextBuf& err) {
 }
 
 Variable& Variables::setvar(std::string_view name, DimValue& value, int component) {
-  Variable* variable = find_variable(name);
-  if (variable == nullptr) {
+  if (records_.size() * 4 >= entries_.size() * 3) grow();
+  const std::uint32_t hash = hash_of(name);
+  Entry& entry = entry_of(name, hash);
+  if (entry.index == 0) {
     value = first_value(value, component);
-    return add_variable(name, value);
+    return add_variable(entry, name, hash, value);
   }
-  set_variable(*variable, value, component);
-  return *variable;
+  Variable& variable = records_[entry.index - 1];
+  set_variable(variable, value, component);
+  return variable;
 }
 
 void Variables::set_variable(Variable& variable, DimValue& value, int component) {

@@ -41,6 +41,10 @@ class Variables {
   // The same for a variable that is known to exist.
   static void set_variable(Variable& variable, DimValue& value, int component);
 
+  // Says that `name` is going to be stored to. Its place in a large table is in no cache, and
+  // fetching it takes about as long as reading the right side does.
+  void expect(std::string_view name) const;
+
   // Forgets all variables; the next one has number 201 again.
   void clear();
 
@@ -55,7 +59,8 @@ class Variables {
   };
   [[nodiscard]] Entry& entry_of(std::string_view name, std::uint32_t hash);
   void grow();
-  Variable& add_variable(std::string_view name, const DimValue& value);
+  Variable& add_variable(Entry& entry, std::string_view name, std::uint32_t hash,
+                         const DimValue& value);
   [[nodiscard]] Variable* find_number(int number);
 
   std::deque<Variable> records_;

@@ -10,7 +10,8 @@
 // Fractional orders, after Temme and Steed. A first continued fraction (CF1) gives the
 // logarithmic derivative of the regular function at order nu; a recurrence takes it down to an
 // order xmu near 0 (or near x); there a series for small x, or a second fraction (CF2), gives the
-// rest; and the irregular function goes up again.
+// rest; and the irregular function goes up again. A recurrence downwards that has overflowed
+// makes NaN of all that rests on it, so it need not go on.
 namespace quantiverse {
 namespace {
 
@@ -56,10 +57,6 @@ struct TemmeStart {
   double gampl = 0.0;
   double gammi = 0.0;
 };
-
-// A recurrence downwards that has left the range of a double: what is made of it is NaN, however
-// far it goes on.
-bool has_overflowed(double x) { return !std::isfinite(x); }
 
 // A recurrence upwards that only repeats itself from here on.
 bool is_settled(double a, double b) {
@@ -264,6 +261,20 @@ bool steed_k(const Setup& s, double& rkmu, double& rk1) {
   return false;
 }
 
+// The functions alone, of order |nu|, by one of the two routines below.
+struct Values {
+  double regular = 0.0;
+  double irregular = 0.0;
+};
+
+Values values(decltype(math_func_bessik)& routine, double nu, double x, TextBuf& err) {
+  Values v;
+  double rp = 0.0;
+  double ip = 0.0;
+  routine(x, std::fabs(nu), v.regular, v.irregular, rp, ip, err);
+  return v;
+}
+
 }  // namespace
 
 void math_func_bessjy(double x, double nu, double& rj, double& ry, double& rjp, double& ryp,
@@ -286,7 +297,7 @@ void math_func_bessjy(double x, double nu, double& rj, double& ry, double& rjp, 
   const double rjl1 = rjl;
   const double rjp1 = rjpl;
   double fact = nu * s.xi;
-  for (std::int32_t l = s.nl; l > 0 && !has_overflowed(rjl); --l) {
+  for (std::int32_t l = s.nl; l > 0 && std::isfinite(rjl); --l) {
     const double rjtemp = fact * rjl + rjpl;
     fact = fact - s.xi;
     rjpl = fact * rjtemp - rjl;
@@ -332,7 +343,7 @@ void math_func_bessik(double x, double nu, double& ri, double& rk, double& rip, 
   const double ril1 = ril;
   const double rip1 = ripl;
   double fact = nu * s.xi;
-  for (std::int32_t l = s.nl; l > 0 && !has_overflowed(ril); --l) {
+  for (std::int32_t l = s.nl; l > 0 && std::isfinite(ril); --l) {
     const double ritemp = fact * ril + ripl;
     fact = fact - s.xi;
     ripl = fact * ritemp + ril;
@@ -363,51 +374,23 @@ void math_func_bessik(double x, double nu, double& ri, double& rk, double& rip, 
   rkp = nu * s.xi * rkmu - rk1;
 }
 
-namespace {
-
-// The functions alone, of order |nu|.
-struct Values {
-  double regular = 0.0;
-  double irregular = 0.0;
-};
-
-Values values_ik(double nu, double x, TextBuf& err) {
-  Values v;
-  double rip = 0.0;
-  double rkp = 0.0;
-  math_func_bessik(x, std::fabs(nu), v.regular, v.irregular, rip, rkp, err);
-  return v;
-}
-
-Values values_jy(double nu, double x, TextBuf& err) {
-  Values v;
-  double rjp = 0.0;
-  double ryp = 0.0;
-  math_func_bessjy(x, std::fabs(nu), v.regular, v.irregular, rjp, ryp, err);
-  return v;
-}
-
-}  // namespace
-
 double math_func_bessi_frac(double nu, double x, TextBuf& err) {
-  const auto [ri, rk] = values_ik(nu, x, err);
-  return nu < 0.0 ? ri + std::sin(std::fabs(nu) * pi) * kTwoOverPi * rk : ri;
+  const auto [ri, rk] = values(math_func_bessik, nu, x, err);
+  return nu < 0.0 ? ri + std::sin(-nu * pi) * kTwoOverPi * rk : ri;
 }
 
 double math_func_bessj_frac(double nu, double x, TextBuf& err) {
-  const double m = std::fabs(nu);
-  const auto [rj, ry] = values_jy(nu, x, err);
-  return nu < 0.0 ? std::cos(m * pi) * rj - std::sin(m * pi) * ry : rj;
+  const auto [rj, ry] = values(math_func_bessjy, nu, x, err);
+  return nu < 0.0 ? std::cos(-nu * pi) * rj - std::sin(-nu * pi) * ry : rj;
 }
 
 double math_func_bessk_frac(double nu, double x, TextBuf& err) {
-  return values_ik(nu, x, err).irregular;
+  return values(math_func_bessik, nu, x, err).irregular;
 }
 
 double math_func_bessy_frac(double nu, double x, TextBuf& err) {
-  const double m = std::fabs(nu);
-  const auto [rj, ry] = values_jy(nu, x, err);
-  return nu < 0.0 ? std::sin(m * pi) * rj + std::cos(m * pi) * ry : ry;
+  const auto [rj, ry] = values(math_func_bessjy, nu, x, err);
+  return nu < 0.0 ? std::sin(-nu * pi) * rj + std::cos(-nu * pi) * ry : ry;
 }
 
 }  // namespace quantiverse

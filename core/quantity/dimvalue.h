@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace quantiverse {
@@ -32,6 +33,25 @@ struct DimValue {
   bool vector = false;
   std::array<double, 3> comp{};
   Exponents exps{};
+
+  DimValue() = default;
+  DimValue(bool v, const std::array<double, 3>& c, const Exponents& e)
+      : vector(v), comp(c), exps(e) {}
+  // Copied number by number: a value is mostly copied right after its numbers were written, and
+  // a wider load than those stores has to wait for them.
+  DimValue(const DimValue& other) : vector(other.vector) { copy_numbers(other); }
+  DimValue& operator=(const DimValue& other) {
+    vector = other.vector;
+    copy_numbers(other);
+    return *this;
+  }
+  ~DimValue() = default;
+
+ private:
+  void copy_numbers(const DimValue& other) {
+    for (std::size_t i = 0; i < comp.size(); ++i) comp[i] = other.comp[i];
+    for (std::size_t i = 0; i < exps.size(); ++i) exps[i] = other.exps[i];
+  }
 };
 
 // A unit expression that has been read: value in the unit = MKS value * w0 + offset.

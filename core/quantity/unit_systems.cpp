@@ -17,7 +17,8 @@ std::string_view bytes(const Exponents& exps) {
 // The items from behind the "(" up to its ")"; with a message in `err` they are of no use.
 std::vector<std::string_view> read_items(Units& units, Cursor& expptr, TextBuf& err) {
   std::vector<std::string_view> items;
-  for (;;) {  // an item starts right behind its comma, so its text may begin with blanks
+  skip_blanks_and_comments(expptr);
+  for (;;) {  // a later item starts right behind its comma, so its text may begin with blanks
     const Cursor first = expptr;
     for (;;) {
       skip_blanks_and_comments(expptr);

@@ -2,6 +2,7 @@
 
 #include <pthread.h>
 
+#include <algorithm>
 #include <exception>
 
 #include "text/vectors.h"
@@ -16,16 +17,18 @@ constexpr std::size_t kReserve = 512UL * 1024;
 constexpr const char* kNoStack = "Allocation failure in call_on_fresh_stack().";
 
 struct Call {
+  StackSpace& space;
   bool (*routine)(void*);
   void* argument;
-  std::uintptr_t* lowest;
   bool result;
 };
 
-void* run(void* data) {
+}  // namespace
+
+void* StackSpace::run(void* data) {
   Call& call = *static_cast<Call*>(data);
-  *call.lowest =
-      reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) - (kFreshStack - kReserve);
+  call.space.lowest_ = here() - (kFreshStack - kReserve);
+  call.space.slack_ = kSlack;
   try {
     call.result = call.routine(call.argument);
   } catch (const std::exception&) {  // no exception may leave a thread
@@ -34,13 +37,13 @@ void* run(void* data) {
   return nullptr;
 }
 
-}  // namespace
-
 // A fresh stack is that of a thread which is waited for at once, so nothing ever runs beside the
 // caller. Debuggers and sanitizers know how to walk a thread; they don't know hand-made stacks.
 bool StackSpace::call(bool (*routine)(void*), void* argument) {
-  const std::uintptr_t lowest_here = lowest_;
-  Call call{routine, argument, &lowest_, false};
+  const std::uintptr_t step = std::min(slack_, kSlackStep);
+  const std::uintptr_t lowest_here = lowest_ - step;
+  const std::uintptr_t slack_here = slack_ - step;
+  Call call{*this, routine, argument, false};
   pthread_attr_t attributes;
   pthread_t thread;
   if (pthread_attr_init(&attributes) != 0) nrerror(kNoStack);
@@ -49,6 +52,7 @@ bool StackSpace::call(bool (*routine)(void*), void* argument) {
   pthread_attr_destroy(&attributes);
   if (!started || pthread_join(thread, nullptr) != 0) nrerror(kNoStack);
   lowest_ = lowest_here;
+  slack_ = slack_here;
   return call.result;
 }
 

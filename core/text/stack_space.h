@@ -11,7 +11,10 @@ namespace quantiverse {
 class StackSpace {
  public:
   // Starts a call: so much of the caller's stack may be used from here on.
-  void begin_call() { lowest_ = here() - kCallerBudget; }
+  void begin_call() {
+    lowest_ = here() - kCallerBudget;
+    slack_ = kSlack;
+  }
 
   [[nodiscard]] bool is_low() const { return here() < lowest_; }
 
@@ -24,13 +27,19 @@ class StackSpace {
 
  private:
   static constexpr std::uintptr_t kCallerBudget = 128UL * 1024;
+  // What a stack may use beyond its budget, a step more after each fresh stack, so that not each
+  // of many siblings at the depth where it runs low starts a stack of its own.
+  static constexpr std::uintptr_t kSlack = 64UL * 1024;
+  static constexpr std::uintptr_t kSlackStep = 4UL * 1024;
 
   static std::uintptr_t here() {
     return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
   }
   bool call(bool (*routine)(void*), void* argument);
+  static void* run(void* call);
 
   std::uintptr_t lowest_ = 0;  // stacks grow downwards
+  std::uintptr_t slack_ = 0;
 };
 
 }  // namespace quantiverse

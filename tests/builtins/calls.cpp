@@ -20,17 +20,6 @@ std::string answer(const std::string& text) {
   return answer.substr(0, answer.find_last_not_of(' ') + 1);
 }
 
-void expect_answers(std::string_view table) {
-  std::istringstream rows{std::string(table)};
-  for (std::string row; std::getline(rows, row);) {
-    const std::size_t bar = row.find(" | ");
-    if (bar == std::string::npos) continue;
-    std::string text = row.substr(0, row.find_last_not_of(' ', bar) + 1);
-    std::replace(text.begin(), text.end(), '~', '\n');
-    EXPECT_EQ(answer(text), row.substr(bar + 3)) << text;
-  }
-}
-
 DimValue scalar(double x, const Exponents& exps) { return {false, {x}, exps}; }
 
 DimValue vec(double x, double y, double z, const Exponents& exps) {

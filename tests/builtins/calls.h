@@ -14,9 +14,6 @@ namespace quantiverse::test {
 // seven blanks and the two newlines at the end, without blanks at its own end.
 std::string answer(const std::string& text);
 
-// A table with a row per line, "line | answer". Lines that it needs ahead of it end in "~".
-void expect_answers(std::string_view table);
-
 DimValue scalar(double x, const Exponents& exps = {});
 DimValue vec(double x, double y, double z, const Exponents& exps = {});
 Exponents slot(Slot which, double exponent = 1.0);

@@ -130,13 +130,5 @@ TEST(FunctionTable, FunctionsWithoutAHandler) {
   }
 }
 
-TEST(FunctionTable, NamesAreWholeWords) {
-  expect_answers(R"(
-    SIN(0) + Sin(0) + sIn (0) |  = 0
-    sin_ = 3 ~ sin_          |  = 3
-    Sin§(0)                  | ERROR: Function 'Sin' must be followed by parentheses.
-  )");
-}
-
 }  // namespace
 }  // namespace quantiverse::test

@@ -12,23 +12,6 @@ namespace {
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-TEST(Variables, Lines) {
-  expect_answers(R"(
-    x[2] = 3 m               | x = [ 0 , 3 , 0 ] m
-    x = 2 m ~ x[3] = 1 m     | x = [ 2 , 0 , 1 ] m
-    x = 0 m ~ x[3] = 1 s     | x = [ 0 , 0 , 1 ] s
-    x = 2 m ~ x[3] = 1 s ~ x |  = 2 m
-    x[2] = [7,8,9]           | x = [ 0 , 7 , 0 ]
-    x = 1 ~ x = 1/0 ~ x      |  = 1
-    x = 5 degC ~ x[1] = 3 degK | x = [ 3 , 273.15 , 273.15 ] degK
-    Ab = 1 ~ ab = 2 ~ Ab     |  = 1
-    mm[2] = 1                | ERROR: Variable name 'mm' matches a base unit.
-    BESSELJ = 1/0            | ERROR: Variable name 'BESSELJ' matches a pre-programmed function.
-    x = 2 ~ _x = 1           | ERROR: Syntax error or undefined variable near or in '_x = 1'.
-    fmin(q)                  | ERROR:  'q' undefined.
-  )");
-}
-
 TEST(Variables, WhatIsMissingIsReported) {
   const DimValue missing{false, {kInf, kInf, kInf}, {}};
   Variables t;

@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <thread>
 #include <utility>
-#include <vector>
 
 #include "quantiverse/c.h"
 #include "quantiverse/quantiverse.h"
@@ -43,27 +41,6 @@ TEST(Door, ANulEndsTheText) {
   using namespace std::string_view_literals;
   EXPECT_EQ(interpret_dimensional_input_lines("1+1\0\n2+2\n"sv),
             interpret_dimensional_input_lines("1+1"));
-}
-
-TEST(Door, CallsOnDifferentThreadsDontMeet) {
-  constexpr int kThreads = 4;
-  constexpr int kCalls = 50;
-  std::vector<std::string> expected;
-  for (int i = 0; i < kThreads; ++i) {
-    expected.push_back(interpret_dimensional_input_lines("x = " + std::to_string(i) + " ft\nx\n"));
-  }
-  std::vector<int> different(kThreads, 0);
-  std::vector<std::thread> threads;
-  for (std::size_t i = 0; i < kThreads; ++i) {
-    threads.emplace_back([&expected, &different, i] {
-      const std::string text = "x = " + std::to_string(i) + " ft\nx\n";
-      for (int call = 0; call < kCalls; ++call) {
-        if (through_c(text) != expected[i]) ++different[i];
-      }
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(different, std::vector<int>(kThreads, 0));
 }
 
 }  // namespace

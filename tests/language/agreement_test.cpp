@@ -66,12 +66,12 @@ TEST(Agreement, ALineRunAgainGivesItsValue) {
   int compared = 0;
   for (const LineCase& c : line_cases()) {
     Worksheet worksheet(kSetup);
-    if (!worksheet.compile(c.line)) continue;
+    if (c.text.find('\n') != std::string::npos || !worksheet.compile(c.text)) continue;
     ++compared;
-    EXPECT_TRUE(same_bits(worksheet.run(), worksheet.value())) << c.line;
-    EXPECT_FALSE(worksheet.failed()) << c.line;
+    EXPECT_TRUE(same_bits(worksheet.run(), worksheet.value())) << c.text;
+    EXPECT_FALSE(worksheet.failed()) << c.text;
   }
-  EXPECT_GT(compared, 150);  // most lines of the table are good ones
+  EXPECT_GT(compared, 150);  // most cases are good ones
 }
 
 TEST(Agreement, ReadOtherwiseOrRunAgainAVariableCountsAlike) {

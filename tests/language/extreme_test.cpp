@@ -79,6 +79,12 @@ TEST(Extreme, Units) {
                                                      "m' must be dimensionless.");
   expect_report("5 " + repeat("(m", kDeep), "ERROR: Unit assignment error -- value before '" +
                                                 repeat("(m", kDeep) + "' must be dimensionless.");
+  expect_report("5 " + repeat("(m/", kDeep) + "m" + repeat(")", kDeep), " = 5 m");
+  expect_report("5 " + repeat("m(", kDeep) + "m" + repeat(")", kDeep),
+                " = 5 m^" + std::to_string(kDeep + 1));
+  expect_report("5 m" + repeat("*", kDeep), " = 5 m");
+  expect_report("5 m^" + repeat("*", kDeep) + "3", " = 5 m^3");
+  expect_report("5 m^(" + repeat("1*", kDeep) + "2)", " = 5 m^2");
   expect_report("5 m^" + repeat("(", kDeep) + "2" + repeat(")", kDeep), " = 5 m^2");
   expect_report("5 m^" + repeat("(", kDeep), "ERROR: Bad exponent for unit 'm'.");
   expect_report("5 m^" + repeat("/", kDeep) + "2", " = 5 m^2");

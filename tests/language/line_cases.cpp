@@ -1,445 +1,61 @@
 #include "line_cases.h"
 
-// Messages that many lines end in; the golden texts have each of them in full.
-#define NEAR(text) "ERROR: Syntax error or undefined variable near or in '" text "'."
-#define UNDEFINED(name) "ERROR: '" name "' undefined."
-#define CONTINUED(text) "ERROR: Syntax error -- Unexpected input continuation '" text "'."
-#define BEFORE(unit) \
-  "ERROR: Unit assignment error -- value before '" unit "' must be dimensionless."
-#define UNITS(text) "ERROR: Units assignment '" text "' requires dimensionless value before it."
-#define FUNCTION(name, trouble) "ERROR: Function '" name "' " trouble
-#define UNFINISHED(name) "ERROR: Argument list for function '" name "' not correctly finished."
-#define NUMERICAL(doing) "ERROR: Numerical over or underflow while " doing "."
-#define REQUEST(text, trouble) "ERROR IN REQUESTED OUTPUT: '" text "' " trouble ".\n       "
-#define INCOMPLETE "ERROR: Math expression incomplete."
-#define UNREADABLE "ERROR: Could not process line."
-#define UNCLOSED "ERROR: Missing closing parenthesis."
-#define NOT_BUILT "ERROR:  Bad function number in call_func_by_number."
-#define SECOND_ARGUMENT "ERROR: Second argument to Number() "
-#define NESTING "ERROR: Cannot parse line -- check nesting of parentheses, brackets, and commas."
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string_view>
 
 namespace quantiverse::test {
 namespace {
 
-// clang-format off
-constexpr LineCase kCases[] = {
+std::string unescaped(std::string_view text) {
+  std::string plain;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\\') {
+      plain += text[i];
+      continue;
+    }
+    const char c = text.at(++i);
+    if (c == 'x') {
+      plain += static_cast<char>(std::stoi(std::string(text.substr(i + 1, 2)), nullptr, 16));
+      i += 2;
+    } else {
+      plain += c == 't' ? '\t' : c == 'r' ? '\r' : c == 's' ? ' ' : c;
+    }
+  }
+  return plain;
+}
 
-    // Numbers: what the scanner takes, and what it leaves to be read as a name.
-    {"5", " = 5 "},
-    {" \t.5", " = 0.5 "},
-    {"5.", " = 5 "},
-    {"+5", " = 5 "},
-    {"-0", " = 0 "},  // an offset of 0 is added
-    {"1e3", " = 1000 "},
-    {"1D3", " = 1000 "},
-    {"5d2", " = 500 "},
-    {"5d", UNDEFINED("d")},
-    {"5D", " = 4.9346e-12 m^2"},
-    {"5e", UNDEFINED("e")},
-    {"5e+", UNDEFINED("e")},
-    {"5e2ft", " = 152.4 m"},
-    {"1e999", " = inf "},
-    {"-1e999", " = -inf "},
-    {"1e-999", " = 0 "},
-    {"0x10", UNDEFINED("x10")},
-    {"inf", UNDEFINED("inf")},
-    {"nan", UNDEFINED("nan")},
-    {".", NEAR(".")},
-    {"1_000", NEAR("_000")},
-    {"1.2.3", NEAR(".3")},
-    {"123456", " = 123456 "},
-    {"1234567", " = 1.23457e+06 "},
-    {"0.0001", " = 0.0001 "},
-    {"0.00001", " = 1e-05 "},
-    {"2e5x", UNDEFINED("x")},
-    {"5 = 2e5", UNDEFINED("e5")},
-
-    // Signs: one belongs to the number, another stands in front of nothing.
-    {"- 5", NEAR("5")},
-    {"+ 5", NEAR("5")},
-    {"--5", " = -5 "},
-    {"- -5", " = -5 "},
-    {"+-5", " = -5 "},
-    {"-+5", " = 5 "},
-    {"---5", " = 5 "},
-    {"----5", " = -5 "},
-    {"2--3", " = 5 "},
-    {"2 -3", " = -1 "},
-    {"2*-3", " = -6 "},
-    {"-n", " = -2 "},
-    {"- n", " = -2 "},
-    {"-(1 + 2)", " = -3 "},
-    {"-v", " = [ -1 , -2 , -3 ] m"},
-    {"-", " = 0 "},
-
-    // Sums and products.
-    {"1 + 2 * 3", " = 7 "},
-    {"8 / 2 / 2", " = 2 "},
-    {"8 - 2 - 2", " = 4 "},
-    {"(1 + 2) * 3", " = 9 "},
-    {"1 m + 1 ft", " = 1.3048 m"},
-    {"1 s + 1 m", "ERROR:  Adding incompatible units: 's' AND 'm'."},
-    {"1 s - 1 m", "ERROR: Subtracting incompatible units: 's' AND 'm'."},
-    {"1 + 1 m", "ERROR:  Adding incompatible units: 'Dimensionless' AND 'm'."},
-    {"0 + 5 m", " = 5 m"},
-    {"0 m + 5 s", "ERROR:  Adding incompatible units: 'm' AND 's'."},
-    {"1 rad + 1", " = 2 rad"},
-    {"1 + 1 rad", " = 2 "},
-    {"1 degK + 1 degKdiff", " = 2 degK"},
-    {"2 * w", " = [ 8 , 10 , 12 ] "},
-    {"v / 2", " = [ 0.5 , 1 , 1.5 ] m"},
-    {"2 / w", "ERROR:  Dividing by a vector -- not defined."},
-    {"v * w", "ERROR:  Multiplying vectors -- not defined."},
-    {"v - v", " = [ 0 , 0 , 0 ] m"},
-    {"w + 1", "ERROR:  Adding different size vectors."},
-    {"0 + w", "ERROR:  Adding different size vectors."},
-    {"0 + v", " = [ 1 , 2 , 3 ] m"},
-    {"w - 1", "ERROR:  Subtracting different size vectors."},
-    {"1/0", NUMERICAL("dividing")},
-    {"1e999 + 1", "ERROR:  Numerical over or underflow while adding."},
-    {"1 - 1e999", NUMERICAL("subtracting")},
-    {"1e999 * 2", NUMERICAL("multiplying")},
-    {"1 / 1e999", NUMERICAL("dividing")},
-    {"-(1e999)", NUMERICAL("negating")},
-    {"-1e999 + 1", " = -inf "},
-
-    // An operand that isn't there is nothing, and nothing is zero.
-    {"* 5", " = 0 "},
-    {"/ 5", " = 0 "},
-    {"* m", " = 0 m"},
-    {"/ s", " = 0 / s"},
-    {"()", " = 0 "},
-    {"(1 + )", " = 1 "},
-    {"(1 - )", " = -1 "},
-    {"(3 - 1 - )", " = -2 "},
-    {"(2 * )", " = 0 "},
-    {"(2^)", " = 0 "},
-    {"1 + +", " = 1 "},
-    {"1 - -", " = -1 "},
-    {"1 +", INCOMPLETE},
-    {"1 - # no more", INCOMPLETE},
-    {"1 + ; m", INCOMPLETE},
-    // The unit reader is tried first, and takes operators without a unit.
-    {"2 *", " = 2 "},
-    {"2*", " = 2 "},
-    {"2 * ft", " = 0.6096 m"},
-    {"2 /", INCOMPLETE},
-    {"2 / ; m", INCOMPLETE},
-    {"2**3", " = 0 "},
-    {"2***4", " = 8 "},
-    {"2//4", " = 0.5 "},
-    {"2/*4", " = 8 "},
-    {"2*/4", " = 0 "},
-
-    // What can't follow.
-    {")", CONTINUED(")")},
-    {",", CONTINUED(",")},
-    {"1 ]  # to the end; m", CONTINUED("]  # to the end; m")},
-    {"x = 1) + 2", CONTINUED(") + 2")},
-    {"=", NEAR("=")},
-    {"x == 5", NEAR("= 5")},
-    {"1 2", NEAR("2")},
-    {"2 n  ; m", NEAR("n  ")},
-    {"2 n # m", NEAR("n ")},
-    {"n 2", NEAR("2")},
-    {"2 q", UNDEFINED("q")},
-    {"5 n ft", NEAR("n ft")},
-    {"5 sin ! q", UNDEFINED("q")},
-    {"5 ft q", UNDEFINED("q")},
-    {"5 ft 3", NEAR("3")},
-    {"5 + q", UNDEFINED("q")},
-    {"q", UNDEFINED("q")},
-    {"ft", UNDEFINED("ft")},
-    {"sinus(0)", UNDEFINED("sinus")},
-    {"5 (m (s", BEFORE("(m")},
-    {"5 (m(s", BEFORE("(m(s")},
-    // The same, long enough for the reader to remember what it has found out.
-    {"5 (m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m",
-     BEFORE("(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m(m")},
-    {"(1 + 2", UNCLOSED},
-    {"((1)", UNCLOSED},
-    {"(1, 2)", UNCLOSED},
-    {"(1]", UNCLOSED},
-    {"(", UNCLOSED},
-    {"\xb5m", NEAR("\xb5m")},
-    {"5 \xb5m", NEAR("\xb5m")},
-    {"5 \xce\xbc; m", NEAR("\xce\xbc")},
-    {"caf\xc3\xa9 = 1", UNDEFINED("caf")},
-    {"5 ft\r", NEAR("\r")},
-    {"5 ft; in\r", " = 60 in"},
-    {"\r", NEAR("\r")},
-
-    // Powers. Blanks before "^" hide it, but behind a variable.
-    {"2^3", " = 8 "},
-    {"2^ 3", " = 8 "},
-    {"2 ^ 3", NEAR("^ 3")},
-    {"(2) ^ 3", NEAR("^ 3")},
-    {"n ^ 3", " = 8 "},
-    {"2^3^2", " = 64 "},
-    {"2^-1", " = 0.5 "},
-    {"2^-n", " = 0.25 "},
-    {"-2^2", " = 4 "},
-    {"-n^2", " = 4 "},
-    {"0 - n^2", " = -4 "},
-    {"-(2)^2", " = 4 "},
-    {"2^", INCOMPLETE},
-    {"2 ^", NEAR("^")},
-    {"n ^", INCOMPLETE},
-    {"2^(", UNCLOSED},
-    {"2^)", CONTINUED(")")},
-    {"0^0", " = 0 "},
-    {"(-8)^3", " = -512 "},
-    {"(-8)^(1/3)", NUMERICAL("exponentiating")},
-    {"1e999^2", NUMERICAL("exponentiating")},
-    {"10^200^2", " = inf "},
-    {"(4 m^2)^0.5", " = 2 m"},
-    {"(1 m)^0.5", " = 1 m^0.5"},
-    {"2^(1 m)", "ERROR: Dimensional exponent: 1 m."},
-    {"w^2", "ERROR:  Exponentiating a vector -- not defined."},
-    {"2^w", " = 16 "},
-    {"2^[3]", " = 8 "},
-    {"2^sqrt(4)", " = 4 "},
-    {"2^3 ft", " = 2.4384 m"},
-    {"2^n ft", " = 1.2192 m"},
-    {"2^q", UNDEFINED("q")},
-
-    // Units behind a value.
-    {"5ft", " = 1.524 m"},
-    {"5\tft", " = 1.524 m"},
-    {"(2+3) ft", " = 1.524 m"},
-    {"n ft", " = 0.6096 m"},
-    {"-n ft", " = -0.6096 m"},
-    {"w m", " = [ 4 , 5 , 6 ] m"},
-    {"5 %", " = 0.05 "},
-    {"5 degC", " = 278.15 degK"},
-    {"5 degC s", " = 5 s degK"},
-    {"2 * 3 ft", " = 1.8288 m"},
-    {"2 ft * 3", " = 1.8288 m"},
-    {"5 m * s", " = 5 m s"},
-    {"5 m / 2", " = 2.5 m"},
-    {"5 m / 0", NUMERICAL("dividing")},
-    {"5 m -3 m", " = 2 m"},
-    {"6/2", " = 3 "},
-    {"6/2 s", " = 3 / s"},
-    {"1/s", " = 1 / s"},
-    {"5 ft m", " = 1.524 m^2"},
-    {"5 ft ^2", " = 0.464515 m^2"},
-    {"5 kg m / s kg", " = 5 m / s"},
-    {"5 (m/s)^2", " = 25 m^2 / s^2"},
-    {"3 m^2^2", " = 9 m^4"},
-    {"y ft", UNITS(" ft")},
-    {"y \t ft", UNITS(" \t ft")},
-    {"-y ft", UNITS(" ft")},
-    {"(5 ft)/s", UNITS("/s")},
-    {"(5 ft) s ; m", UNITS(" s ")},
-    {"v[1] s", UNITS(" s")},
-    {"sqrt(y) s", UNITS(" s")},
-    {"5 m^2^2 s", UNITS(" s")},
-    {"y^2 s", UNITS(" s")},
-    {"5 m^", "ERROR: Bad units exponent."},
-    {"5 m^x", "ERROR: Bad exponent for unit 'm'."},
-    {"5 m^*x", "ERROR: Bad exponent for unit 'm'.\nERROR: Bad exponent for unit 'm' following '*'."},
-    {"5 m s^x", BEFORE("m")},
-    {"5 m/s^x", BEFORE("m")},
-    {"5 * * * m s^x", UNDEFINED("m")},
-    {"5 * * / * m s^x", NUMERICAL("dividing")},
-    {"5 angstrom^4", BEFORE("angstrom")},
-    {"5 lightyear^30", "ERROR: w0 divide by zero in convert_non_affine_ToMKS_vec_full."},
-    {"1e999 m", NUMERICAL("unit_assignment")},
-
-    // Vectors. An empty place counts, and what is missing on the right is missing on the left.
-    {"[]", " = [ 0 , 0 , 0 ] "},
-    {"[ ]", " = [ 0 , 0 , 0 ] "},
-    {"[1]", " = [ 1 , 0 , 0 ] "},
-    {"[1, 2] m", " = [ 1 , 2 , 0 ] m"},
-    {"[1,2,]", " = [ 0 , 1 , 2 ] "},
-    {"[1,,3]", " = [ 0 , 1 , 3 ] "},
-    {"[,1,]", " = [ 0 , 0 , 1 ] "},
-    {"2 * [1,,3]", " = [ 0 , 0 , 0 ] "},
-    {"[1, 2, 3, 4]", "ERROR: vectors can only have 3 components."},
-    {"[1,2,3,]", "ERROR: vectors can only have 3 components."},
-    {"[1,2,3,4,", "ERROR: vectors can only have 3 components."},
-    {"[1,2,3,", UNREADABLE},
-    {"[", UNREADABLE},
-    {"[1, 2", UNREADABLE},
-    {"[1)", UNREADABLE},
-    {"[1 2]", NEAR("2]")},
-    {"[1, q]", UNDEFINED("q")},
-    {"[1 m, 1 s]", "ERROR:  All vector components must have same units."},
-    {"-[1 m, 1 s]", "ERROR:  All vector components must have same units."},
-    {"[0, 1 ft]", " = [ 0 , 0.3048 , 0 ] m"},
-    {"[w, 1]", "ERROR:  All vector components must be scalars."},
-    {"5 [4]", NEAR("[4]")},
-
-    // Components.
-    {"v[2]", " = 2 m"},
-    {"v [ 2 ]", " = 2 m"},
-    {"v[1 + 1]", " = 2 m"},
-    {"v[n]", " = 2 m"},
-    {"v[2.9]", " = 2 m"},
-    {"v[2,]", " = 2 m"},
-    {"-v[2]^2", " = 4 m^2"},
-    {"v[0]", "ERROR:  Bad index in component()."},
-    {"v [4]", "ERROR:  Bad index in component()."},
-    {"v[]", "ERROR:  Function component takes 2arguments."},
-    {"v[1,2]", "ERROR:  Function component takes 2arguments."},
-    {"v[,2]", "ERROR:  Function component takes 2arguments."},
-    {"v[w]", "ERROR:  Computing component() index cant be a vector."},
-    {"v[1 m]", "ERROR:  Computing component() second arg has units."},
-    {"v[", UNFINISHED("v")},
-    {"v[1", UNFINISHED("v")},
-    {"v[1, ; m", UNFINISHED("v")},
-    {"v[)]", NESTING},
-    {"v[1 2]", NEAR("2]")},
-    {"v[q]", UNDEFINED("q")},
-    {"v[2][1]", NEAR("[1]")},
-    {"[1,2,3][2]", NEAR("[2]")},
-    {"y[1]", "ERROR:  Cannot take a component of 'y -- it is not a vector."},
-    {"q[1]", UNDEFINED("q")},
-
-    // Calls.
-    {"SIN (0)", " = 0 "},
-    {"sin(90 deg)", " = 1 "},
-    {"sin(,)", " = 0 "},
-    {"sin(0,)", " = 0 "},
-    {"sin", FUNCTION("sin", "must be followed by parentheses.")},
-    {"SIN 5", FUNCTION("SIN", "must be followed by parentheses.")},
-    {"grav", FUNCTION("grav", "must be followed by parentheses.")},
-    {"grav()", " = 9.80665 m / s^2"},
-    {"pi ( )", " = 3.14159 "},
-    {"sin()", "ERROR:  Function sin takes 1argument."},
-    {"sin(1, 2)", "ERROR:  Function sin takes 1argument."},
-    {"atan2(1)", "ERROR:  Function atan2 takes 2arguments."},
-    {"euler(1)", "ERROR:  Function pi takes 0arguments."},
-    {"sin(", UNFINISHED("sin")},
-    {"Sin(1", UNFINISHED("Sin")},
-    {"sin(1, # no more", UNFINISHED("sin")},
-    {"sin(1; m", UNFINISHED("sin")},
-    {"sin(1 2)", NEAR("2)")},
-    {"sin(]", NESTING},
-    {"sin(1]", NESTING},
-    {"sin(q)", UNDEFINED("q")},
-    {"sin(1 m)", "ERROR:  Computing sin() of a dimensional number."},
-    {"-sin(1 m)", "ERROR:  Computing sin() of a dimensional number."},
-    {"1 + 2 * -sin(v) ft", "ERROR:  Computing sin() of a vector."},
-    {"sin(0) ft", " = 0 m"},
-    {"sin(0)(1)", NEAR("(1)")},
-    {"2*sec(0)", NEAR("(0)")},  // "sec" is a unit too
-    {"sec(*sec(*", NEAR("(*")},
-    {"sec(*", UNFINISHED("sec")},
-    {"component(v, 3)", " = 3 m"},
-    // Functions of variables.
-    {"solve()", NOT_BUILT},
-    {"solve(y, v[2])", NOT_BUILT},
-    {"fmin(y n)", NOT_BUILT},
-    {"func(y, 1 m, n, 2)", NOT_BUILT},
-    {"func(y, )", NOT_BUILT},
-    {"solve(5)", FUNCTION("solve", "requires variable name arguments.")},
-    {"fmax(y, 3)", FUNCTION("fmax", "requires variable name arguments.")},
-    {"Func(5, y)", FUNCTION("Func", "requires variable name arguments.")},
-    {"func(y)", "ERROR: Function arg for 'func' must alternate variable, value, variable, value, etc."},
-    {"func(y 5)", "ERROR: Function arg for 'func' must alternate variable, value, variable, value, etc."},
-    {"solve(q, 5)", "ERROR:  'q' undefined."},
-    {"func(q, )", "ERROR:  'q' undefined."},
-    {"solve(y", UNFINISHED("solve")},
-    {"func(y, 1", UNFINISHED("func")},
-
-    // Number, whose second argument is a unit.
-    {"number(3 km)", " = 3000 "},
-    {"Number(5 ft, in)", " = 60 "},
-    {"Number(v, ft)", " = [ 3.28084 , 6.56168 , 9.84252 ] "},
-    {"Number(5 degC, degF)", " = 41 "},
-    {"-Number(5) m", " = -5 m"},
-    {"Number(5", " = 5 "},
-    {"Number(5]", CONTINUED("]")},
-    {"Number", FUNCTION("Number", "must be followed by parenthesis.")},
-    {"Number 5", FUNCTION("Number", "must be followed by parenthesis.")},
-    {"Number( )", "ERROR: Function Number requires one or two arguments, not zero."},
-    {"Number(1 2)", NEAR("2)")},
-    {"Number(q)", UNDEFINED("q")},
-    {"Number(5 ft, s)", SECOND_ARGUMENT "is incompatible."},
-    {"Number(5 ft,", SECOND_ARGUMENT "is incompatible."},
-    {"Number(5 m, 3)", SECOND_ARGUMENT "must be a units expression."},
-    {"Number(5 m, )", SECOND_ARGUMENT "must be a units expression."},
-    {"Number(5 m, m^x)", SECOND_ARGUMENT "must be a units expression."},
-    {"Number(5 m, /", SECOND_ARGUMENT "must be a units expression."},
-    {"Number(5 m, m s^x)", SECOND_ARGUMENT "must be a units expression. (1)"},
-    {"Number(1 m, m, s)", "ERROR: Number() cannot have more than two arguments."},
-    {"Number(5 m, m", "ERROR: Number() cannot have more than two arguments."},
-    {"Number(5,", "ERROR: Number() cannot have more than two arguments."},
-
-    // Assignments.
-    {"x = 5 ft; in", "x = 60 in"},
-    {"x =", "x = 0 "},
-    {"x = # nothing", "x = 0 "},
-    {"x[2] = 3", "x = [ 0 , 3 , 0 ] "},
-    {"x [ 3 ] = 3 ft", "x = [ 0 , 0 , 0.9144 ] m"},
-    {"v[1] = 5 m", "v = [ 5 , 2 , 3 ] m"},
-    {"v[1] = 5", "ERROR: Incompatible units in component assignment (check previously defined units)."},
-    {"y[3] = 1 m", "y = [ 5 , 0 , 1 ] m"},
-    {"y[3] = 1 s", "ERROR: Incompatible units in component assignment (check previously defined units)."},
-    {"y[1] = 1 s", "y = [ 1 , 0 , 0 ] s"},
-    {"n[2] = w", "n = [ 2 , 4 , 0 ] "},
-    {"v = 1", "v = 1 "},
-    {"x[4] = 5", UNDEFINED("x")},
-    {"v[4] = 5", "ERROR:  Bad index in component()."},
-    {"v[1+1] = 5", NEAR("= 5")},
-    {"m = 1", "ERROR: Variable name 'm' matches a base unit."},
-    {"Sin = q", "ERROR: Variable name 'Sin' matches a pre-programmed function."},
-    {"sec = 1", "ERROR: Variable name 'sec' matches a base unit."},
-    {"_y = 1", NEAR("_y = 1")},
-    {"n 2 = 5", NEAR("2 = 5")},
-    {"x = x + 1", UNDEFINED("x")},
-    {"MKSx = 3", "MKSx = 3 "},
-
-    // Requests.
-    {"5 ft; m", " = 1.524 m"},
-    {"5 ft;m", " = 1.524 m"},
-    {"5 ft; m ; in", " = 1.524 m  = 60 in"},
-    {"5 ft; m # and a comment", " = 1.524 m "},
-    {"5 ft;", " = 1.524 m"},
-    {"5 ft; # nothing", " = 1.524 m"},
-    {"5; ", " = 5 "},
-    {"5 ft; m;", " = 1.524 m"},
-    {"5 m/s; ft/s;km/hr", " = 16.4042 ft/s = 18 km/hr"},
-    {"[1, 2, 3] m; ft", " = [ 3.28084 , 6.56168 , 9.84252 ] ft"},
-    {"100 degC; degF", " = 212 degF"},
-    {"5; %", " = 500 %"},
-    {"2; rad", " = 2 rad"},
-    {"5 ft; (m)", " = 1.524 (m)"},
-    {"5 ft; * m *", " = 1.524 * m *"},
-    {"5 ft; m + in; in", " = 1.524 m"},
-    {"5 ft; MKS", " = 1.524 m"},
-    {"5 ft; cgs;FPS ; IPS", " = 152.4 cm = 5 ft = 60 in"},
-    {"5 ft; MKS in; in", " = 1.524 m"},
-    {"1 N; FPS; cgs", " = 0.224809 lbf = 100000 g cm / s^2"},
-    {"1 kg; FPS; IPS", " = 0.0685218 lbf s^2 / ft = 0.00571015 lbf s^2 / in"},
-    {"10 degCdiff; FPS; IPS; cgs", " = 18 degR = -441.67 degF = 10 degK"},
-    {"5; MKS", " = 5 "},
-    {"; m", REQUEST("m", "is incompatible") " = 0 "},
-    {"5 ft; s", REQUEST("s", "is incompatible") " = 1.524 m"},
-    {"5 ft; s; in", REQUEST("s", "is incompatible") " = 60 in"},
-    {"5 ft; in; s", REQUEST("s", "is incompatible") " = 60 in"},
-    {"5 ft; s # of time", REQUEST("s ", "is incompatible") " = 1.524 m"},
-    {"5 ft;; in", REQUEST("", "is incompatible") " = 60 in"},
-    {"5;;", " = 5 "},
-    {"5 ft; xyzzy", REQUEST("xyzzy", "not recognized") " = 1.524 m"},
-    {"5 ft; mks", REQUEST("mks", "not recognized") " = 1.524 m"},
-    {"5 ft; MKSx; in", REQUEST("MKSx", "not recognized") " = 60 in"},
-    {"5 ft; xy # z", REQUEST("xy ", "not recognized") " = 1.524 m"},
-    {"5 ft; m^x", REQUEST("m^x", "not recognized") " = 1.524 m"},
-    {"5 ft; /", REQUEST("/", "not recognized") " = 1.524 m"},
-    {"5 ft; 3", REQUEST("3", "not recognized") " = 1.524 m"},
-    {"y = 1; z = 2", REQUEST("z = 2", "not recognized") "y = 1 "},
-    // A good unit with a bad one behind it is told within the results.
-    {"5 ft; m s^x; in", "ERROR: Bad exponent for unit 's'.\n = 1.524 m"},
-    {"5 ft; (m; in", "ERROR:  Bad parenthesis.\n = 1.524 m"},
-    {"5 m^200; cgs", "ERROR:  Numerical over or underflow.\n"},
-};
-// clang-format on
+void read_cases(const std::filesystem::path& path, std::vector<LineCase>& cases) {
+  std::ifstream file(path, std::ios::binary);
+  char before = '<';
+  for (std::string line; std::getline(file, line);) {
+    if (line.empty() || line[0] == '#') continue;
+    const char kind = line[0];
+    const bool begins = kind == '>' && before == '<';
+    if ((kind != '>' && kind != '<') || (line.size() > 1 && line[1] != ' ')) {
+      throw std::runtime_error(path.string() + ": " + line);
+    }
+    if (begins) cases.emplace_back();
+    std::string& whole = kind == '>' ? cases.back().text : cases.back().report;
+    if (kind == before) whole += '\n';
+    if (line.size() > 2) whole += unescaped(std::string_view(line).substr(2));
+    before = kind;
+  }
+}
 
 }  // namespace
 
-std::span<const LineCase> line_cases() { return kCases; }
+const std::vector<LineCase>& line_cases() {
+  static const std::vector<LineCase> all = [] {
+    std::vector<LineCase> cases;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(QV_SOURCE_DIR "/tests/golden/one_line")) {
+      read_cases(entry.path(), cases);
+    }
+    return cases;
+  }();
+  return all;
+}
 
 }  // namespace quantiverse::test

@@ -1,19 +1,22 @@
 #pragma once
 
-#include <span>
+#include <string>
+#include <vector>
 
 namespace quantiverse::test {
 
-// What stands in front of every line of the table.
+// What stands in front of every case.
 inline constexpr const char* kSetup = "y = 5 m\nn = 2\nv = [1,2,3] m\nw = [4,5,6]\n";
-inline constexpr int kSetupLines = 4;
 
-// A line, and what its report says behind the seven blanks, up to the newlines that end it.
+// A text, mostly of one line, and what the report of its last line says behind the seven blanks,
+// up to the newlines that end it.
 struct LineCase {
-  const char* line;
-  const char* report;
+  std::string text;
+  std::string report;
 };
 
-std::span<const LineCase> line_cases();
+// All of golden/one_line/*.txt. There "> " begins a line of a text and "< " a line of its report;
+// "\t", "\r", "\xff" and "\\" are characters that would not be seen, and "\s" a blank at the end.
+const std::vector<LineCase>& line_cases();
 
 }  // namespace quantiverse::test

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "line_cases.h"
@@ -8,15 +9,20 @@
 namespace quantiverse::test {
 namespace {
 
+// What is said of the last line of the case's text, behind all that is said before.
 std::string with_report(const LineCase& c) {
-  return "[  " + std::to_string(kSetupLines + 1) + " ] " + c.line + "\n       " + c.report + "\n\n";
+  const std::string text = kSetup + c.text;
+  return "[  " + std::to_string(1 + std::count(text.begin(), text.end(), '\n')) + " ] " +
+         text.substr(text.rfind('\n') + 1) + "\n       " + c.report + "\n\n";
 }
 
-TEST(Line, ReportsWhatTheTableSays) {
-  const std::string before = interpret_dimensional_input_lines(kSetup);
+TEST(Line, ReportsWhatTheFilesSay) {
+  EXPECT_GT(line_cases().size(), 600U);
   for (const LineCase& c : line_cases()) {
-    EXPECT_EQ(interpret_dimensional_input_lines(std::string(kSetup) + c.line),
-              before + with_report(c));
+    const std::string text = kSetup + c.text;
+    const std::string before =
+        interpret_dimensional_input_lines(text.substr(0, text.rfind('\n') + 1));
+    EXPECT_EQ(interpret_dimensional_input_lines(text), before + with_report(c));
   }
 }
 
@@ -24,7 +30,7 @@ TEST(Line, ReportsWhatTheTableSays) {
 TEST(Line, LosesNoOtherLine) {
   for (const LineCase& c : line_cases()) {
     const std::string output =
-        interpret_dimensional_input_lines(std::string(kSetup) + c.line + "\ncgs # next\n");
+        interpret_dimensional_input_lines(kSetup + c.text + "\ncgs # next\n");
     const std::size_t next = output.find(" ] cgs # next\n       " +
                                          std::string(" Default units = cgs with 0 exceptions.\n"));
     EXPECT_NE(next, std::string::npos) << output;

@@ -2,23 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <boost/math/quadrature/gauss_kronrod.hpp>
 #include <boost/math/special_functions/erf.hpp>
 #include <boost/math/special_functions/expint.hpp>
 #include <cmath>
-#include <limits>
 
-#include "numerics/accuracy.h"
+#include "numerics/calls.h"
 
 namespace quantiverse {
 namespace {
 
 using Real = long double;
-using enum Error;
-using enum Source;
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kSmallest = std::numeric_limits<double>::denorm_min();
 constexpr int kLargestOrder = std::numeric_limits<int>::max();
 
@@ -28,37 +22,21 @@ double relative_error(double value, Real exact) {
 
 Real reference_ei(Real x) { return boost::math::expint(x); }
 
-// Boost.Math has no such function: its integral, the exponent turned round so that nothing
-// overflows, up to where the integrand is below exp(-60).
-Real reference_dawson(Real x) {
-  const Real size = std::fabs(x);
-  const double top = static_cast<double>(size > 1.0L ? std::fmin(size, 60.0L / size) : size);
-  const double value = boost::math::quadrature::gauss_kronrod<double, 61>::integrate(
-      [size](double s) { return std::exp(-s * (2.0 * static_cast<double>(size) - s)); }, 0.0, top,
-      10, 1e-13);
-  return x < 0.0L ? -value : value;
+Real reference_dawson(Real x) {  // its power series
+  Real sum = 0;
+  Real term = x;
+  for (int n = 0; n < 30; ++n) {
+    sum += term;
+    term *= -2 * x * x / (2 * n + 3);
+  }
+  return sum;
 }
 
-Real reference_normal(Real x) { return boost::math::erfc(-x / std::sqrt(Real{2})) / 2; }
 Real reference_inverse(Real p) { return -std::sqrt(Real{2}) * boost::math::erfc_inv(2 * p); }
 
 TEST(Integrals, Ei) {
   const double bound = -std::log(6e-8);
   const double above = std::nextafter(bound, 17.0);
-  for (const Range& range : {
-           Range{"logarithm", kSmallest, 1e-30, kRelative, 2e-16, kRounding, math_func_ei,
-                 reference_ei},
-           Range{"power series", 1e-30, 0.3, kRelative, 6.9e-10, kMethod, math_func_ei,
-                 reference_ei},
-           Range{"zero", 0.3, 0.45, kAbsolute, 1e-9, kMethod, math_func_ei, reference_ei},
-           Range{"up to the bound", 0.45, bound, kRelative, 3.7e-8, kMethod, math_func_ei,
-                 reference_ei},
-           Range{"above the bound", above, 20.0, kRelative, 2.7e-7, kMethod, math_func_ei,
-                 reference_ei},
-           Range{"asymptotic", 20.0, 709.0, kRelative, 2e-7, kMethod, math_func_ei, reference_ei},
-       }) {
-    expect_accuracy(range);
-  }
   // The series change at the bound, which still belongs to the better one.
   TextBuf err;
   EXPECT_LT(relative_error(math_func_ei(bound, err), reference_ei(bound)), 5e-8);
@@ -66,23 +44,6 @@ TEST(Integrals, Ei) {
 }
 
 TEST(Integrals, ExponentialIntegralsOfWholeOrder) {
-  const struct {
-    int n;
-    double series, fraction;
-  } rows[] = {{1, 2e-8, 5e-7},      {2, 1.6e-8, 5e-7},      {3, 2e-8, 5e-7},
-              {13, 5.8e-8, 2.2e-7}, {101, 1.85e-8, 9.5e-9}, {102, 1.85e-8, 9e-9}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.n);
-    const int n = row.n;
-    const Routine routine = [n](double x, TextBuf& err) { return math_func_expint(n, x, err); };
-    const Reference exact = [n](Real x) { return boost::math::expint(n, x); };
-    const double above = std::nextafter(1.0, 2.0);
-    expect_accuracy({"series", 1e-10, 1.0, kRelative, row.series, kMethod, routine, exact});
-    expect_accuracy({"fraction", above, 700.0, kRelative, row.fraction, kMethod, routine, exact});
-  }
-  expect_accuracy({"order 0", 1e-300, 700.0, kRelative, 2e-16, kRounding,
-                   [](double x, TextBuf& err) { return math_func_expint(0, x, err); },
-                   [](Real x) { return std::exp(-x) / x; }});
   // x = 1 still belongs to the series.
   TextBuf err;
   const double above = std::nextafter(1.0, 2.0);
@@ -91,42 +52,19 @@ TEST(Integrals, ExponentialIntegralsOfWholeOrder) {
 }
 
 TEST(Integrals, Dawson) {
-  const Routine routine = [](double x, TextBuf&) { return math_func_dawson(x); };
   const double below = std::nextafter(0.2, 0.0);
-  for (const Range& range : {
-           Range{"series", 1e-10, below, kRelative, 4.5e-8, kMethod, routine, reference_dawson},
-           Range{"sum", 0.2, 5.0, kRelative, 3.1e-7, kMethod, routine, reference_dawson},
-           Range{"far", 5.0, 1e3, kRelative, 4e-7, kMethod, routine, reference_dawson},
-           Range{"negative", -1e3, -5.0, kRelative, 4e-7, kMethod, routine, reference_dawson},
-       }) {
-    expect_accuracy(range, 500);
-  }
-  // 1 / (2 x) is the limit.
-  expect_accuracy({"as long as its steps can be counted", 1e6, 1.7e9, kRelative, 4e-7, kMethod,
-                   routine, [](Real x) { return 1 / (2 * x); }});
   EXPECT_LT(relative_error(math_func_dawson(below), reference_dawson(below)), 1e-7);
   EXPECT_GT(relative_error(math_func_dawson(0.2), reference_dawson(0.2)), 2e-7);
+  // 1 / (2 x) is the limit, as long as its steps can be counted.
+  for (const double x : {1e6, 1.7e9}) EXPECT_NEAR(2 * x * math_func_dawson(x), 1.0, 5e-7) << x;
   for (const double x : {0.1, 0.2, 0.7, 33.0}) {
     EXPECT_EQ(math_func_dawson(-x), -math_func_dawson(x));
   }
 }
 
 TEST(Integrals, NormalDistribution) {
-  const Routine routine = [](double x, TextBuf&) { return math_func_CumNormal(x); };
   const double below = std::nextafter(1.87, 0.0);
   const double end = std::nextafter(6.0, 0.0);
-  for (const Range& range : {
-           Range{"centre", -below, below, kAbsolute, 2.45e-9, kMethod, routine, reference_normal},
-           Range{"upper", 1.87, end, kAbsolute, 2.4e-9, kMethod, routine, reference_normal},
-           Range{"lower", -end, -1.87, kAbsolute, 2.4e-9, kMethod, routine, reference_normal},
-           Range{"beyond", 6.0, 40.0, kAbsolute, 9.9e-10, kMethod, routine, reference_normal},
-           // The lower tail has an absolute accuracy only.
-           Range{"to -3", -3.0, -1.87, kRelative, 9.7e-7, kMethod, routine, reference_normal},
-           Range{"to -5", -5.0, -4.0, kRelative, 7.5e-3, kMethod, routine, reference_normal},
-           Range{"to -6", -end, -5.0, kRelative, 0.4, kMethod, routine, reference_normal},
-       }) {
-    expect_accuracy(range);
-  }
   // The upper range takes its bound, and the two don't quite meet.
   EXPECT_NEAR(math_func_CumNormal(1.87) - math_func_CumNormal(below), 1.74e-9, 5e-12);
   EXPECT_NEAR(1.0 - math_func_CumNormal(end), 1.378e-9, 1e-12);
@@ -135,20 +73,6 @@ TEST(Integrals, NormalDistribution) {
 
 TEST(Integrals, InverseOfTheNormalDistribution) {
   const double low = 0.5 - 0.42;
-  const double high = 0.5 + 0.42;
-  const auto normal_inverse = math_func_CumNormalInv;
-  for (const Range& range : {
-           Range{"far tail", 1e-16, 1e-12, kAbsolute, 3.3e-8, kMethod, normal_inverse,
-                 reference_inverse},
-           Range{"tail", 1e-12, low - 1e-9, kAbsolute, 2.2e-10, kMethod, normal_inverse,
-                 reference_inverse},
-           Range{"centre", low + 1e-9, high - 1e-9, kAbsolute, 3e-9, kMethod, normal_inverse,
-                 reference_inverse},
-           Range{"upper tail", high + 1e-9, 1.0 - 1e-9, kAbsolute, 2.1e-10, kMethod, normal_inverse,
-                 reference_inverse},
-       }) {
-    expect_accuracy(range);
-  }
   TextBuf err;
   // The centre is the worse one where the two meet.
   EXPECT_GT(std::fabs(math_func_CumNormalInv(low + 1e-9, err) - reference_inverse(low + 1e-9)),

@@ -15,44 +15,6 @@ std::string repeated(std::string_view s, std::size_t times) {
   return text;
 }
 
-TEST(Nesting, IsBoundedByMemoryOnly) {
-  const std::string open(kDeep, '(');
-  const std::string close(kDeep, ')');
-  const struct {
-    std::string text;
-    bool ok;
-    std::size_t rest;
-    double length;
-    std::string_view err;
-  } cases[] = {
-      {open + "m" + close, true, 0, 1, ""},
-      {repeated("(m/", kDeep) + "m" + close, true, 0, 1, ""},  // m/(m/(m/...
-      {repeated("m(", kDeep) + "m" + close, true, 0, kDeep + 1.0, ""},
-      {open + "5" + close, false, 2 * kDeep + 1, 0, ""},
-      {open + "m", true, kDeep + 1, 0, "ERROR:  Bad parenthesis.\n"},
-      {open, false, kDeep, 0, ""},
-      {"m^" + open + "2" + close, true, 0, 2, ""},
-      {"m^" + std::string(kDeep, '*') + "3", true, 0, 3, ""},
-      {"m^" + std::string(kDeep, '/') + "4", true, 0, 4, ""},
-      {"m^" + open, false, kDeep + 2, 0, "ERROR: Bad exponent for unit 'm'.\n"},
-      {"m" + std::string(kDeep, '*'), true, 0, 1, ""},
-      {"m^(" + repeated("1*", kDeep) + "2)", true, 0, 2, ""},
-  };
-  for (const auto& c : cases) {
-    const std::string shown = c.text.substr(0, 5);
-    Units units;
-    units.stack.begin_call();
-    Cursor expptr{std::string_view(c.text)};
-    UnitDef unit;
-    TextBuf err;
-    EXPECT_EQ(parse_unit_expression(units, expptr, unit, err), c.ok) << shown;
-    EXPECT_EQ(expptr.rest().size(), c.rest) << shown;
-    EXPECT_EQ(err.text(), c.err) << shown;
-    if (!c.ok || !c.err.empty()) continue;
-    EXPECT_EQ(unit.exps[kSlotLength], c.length) << shown;
-  }
-}
-
 // The expression grammar asks for a unit behind each parenthesis that it opens. If each answer
 // cost what is nested below it, this would take hours.
 TEST(Nesting, AFailedParenthesisIsReadOnce) {

@@ -72,21 +72,7 @@ TEST(LineTests, Blank) {
   }
 }
 
-TEST(LineTests, Ends) {
-  const struct {
-    const char* text;
-    bool text_end, line_end, statement_end;
-  } cases[] = {{"", true, true, true},        {"\n", false, true, true},
-               {";", false, false, true},     {"#", false, false, true},
-               {"\r\n", false, false, false}, {" ", false, false, false},
-               {"\\", false, false, false}};
-  for (const auto& c : cases) {
-    const Cursor expptr{std::string_view(c.text)};
-    EXPECT_EQ(is_end_of_text(expptr), c.text_end) << c.text;
-    EXPECT_EQ(is_end_of_line(expptr), c.line_end) << c.text;
-    EXPECT_EQ(is_end_of_statement(expptr), c.statement_end) << c.text;
-  }
-  // At a stop inside the text all three hold, whatever stands there.
+TEST(LineTests, NothingBehindTheStopIsSeen) {
   Cursor stopped{std::string_view("ab", 1)};
   EXPECT_EQ(stopped.peek_next(), '\0');
   stopped.step();

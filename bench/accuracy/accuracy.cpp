@@ -1,5 +1,6 @@
 #include "accuracy/accuracy.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -20,14 +21,19 @@ const FunctionRow& row_of(std::string_view name) {
   return function_rows()[static_cast<std::size_t>(lookup_function_name(name).number - 1)];
 }
 
-// Calls `visit` with every pairing of the values on the axes.
+// Calls `visit` with every pairing of the values on the axes; the last axis runs fastest.
 template <typename Visit>
-void visit_pairings(const std::vector<std::vector<double>>& axes, std::size_t depth, Arguments& x,
-                    const Visit& visit) {
-  if (depth == axes.size()) return visit(x);
-  for (const double value : axes[depth]) {
-    x[depth] = value;
-    visit_pairings(axes, depth + 1, x, visit);
+void visit_pairings(const std::vector<std::vector<double>>& axes, const Visit& visit) {
+  std::size_t pairings = 1;
+  for (const auto& axis : axes) pairings *= axis.size();
+  for (std::size_t pairing = 0; pairing < pairings; ++pairing) {
+    Arguments x{};
+    std::size_t rest = pairing;
+    for (std::size_t i = std::min(axes.size(), x.size()); i > 0; --i) {
+      x[i - 1] = axes[i - 1][rest % axes[i - 1].size()];
+      rest /= axes[i - 1].size();
+    }
+    visit(x);
   }
 }
 
@@ -45,8 +51,7 @@ Measured measure(const Range& range) {
   const Routine routine = row_of(range.function).routine;
   Measured measured;
   TextBuf err;
-  Arguments start{};
-  visit_pairings(range.axes, 0, start, [&](const Arguments& x) {
+  visit_pairings(range.axes, [&](const Arguments& x) {
     if (range.only != nullptr && !range.only(x.data())) return;
     ++measured.points;
     const long double value = routine(x.data(), err);

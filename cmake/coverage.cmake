@@ -6,11 +6,12 @@ add_custom_target(coverage
   COMMAND ${CMAKE_COMMAND} -E echo "Forgetting earlier runs, then running the tests"
   COMMAND find . -name "*.gcda" -delete
   COMMAND ${CMAKE_CTEST_COMMAND} --output-on-failure
+  COMMAND ${CMAKE_COMMAND} -E make_directory coverage
   COMMAND ${GCOVR} --root ${PROJECT_SOURCE_DIR} --filter ${PROJECT_SOURCE_DIR}/core/
           --filter ${PROJECT_SOURCE_DIR}/cli/ --exclude-throw-branches
-          --xml coverage.xml --html-details coverage.html --txt coverage.txt --print-summary .
+          --html-details coverage/index.html --print-summary .
   WORKING_DIRECTORY ${PROJECT_BINARY_DIR}
-  COMMENT "Coverage, in detail in ${PROJECT_BINARY_DIR}/coverage.html"
+  COMMENT "Coverage, in detail in ${PROJECT_BINARY_DIR}/coverage"
   VERBATIM USES_TERMINAL)
 
 # Nothing less than everything has to be built before the tests can run.

@@ -69,9 +69,8 @@ DimValue eval_compiled_stck(Interpreter& interpreter, const Program& program, Te
       case OpCode::OP_ASSIGN_2:
       case OpCode::OP_ASSIGN_3:
         result = stack.pop_value();
-        interpreter.variables.set_variable(
-            *program.variable(op), result,
-            static_cast<int>(op.code) - static_cast<int>(OpCode::OP_ASSIGN));
+        Variables::set_variable(*program.variable(op), result,
+                                static_cast<int>(op.code) - static_cast<int>(OpCode::OP_ASSIGN));
         stack.push_value(result);
         break;
       case OpCode::OP_PUSH_VAR:

@@ -58,7 +58,7 @@ bool render_requested_output(TextBuf& result, const DimValue& value, Cursor& exp
   const std::string_view typed = first.until(expptr).substr(0, first.until(expptr).find('#'));
   const DimValue shown = convert_non_affine_FromMKS_vec_full(value, unit);
   if (check == UnitCheck::kCompare && !dim_same_units(value.exps, shown.exps)) {
-    const std::size_t blanks = static_cast<std::size_t>(start.position - first.position);
+    const auto blanks = static_cast<std::size_t>(start.position - first.position);
     report(err, typed.substr(std::min(blanks, typed.size())), "' is incompatible.\n");
     return false;
   }

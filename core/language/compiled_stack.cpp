@@ -1,7 +1,5 @@
 #include "language/compiled_stack.h"
 
-#include <limits>
-
 namespace quantiverse {
 namespace {
 

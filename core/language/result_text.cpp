@@ -1,5 +1,7 @@
 #include "language/result_text.h"
 
+#include <algorithm>
+
 #include "quantity/conversion.h"
 #include "quantity/unit_expression.h"
 #include "quantity/unit_text.h"

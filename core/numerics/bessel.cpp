@@ -71,10 +71,10 @@ std::int64_t start_order(int n) {
   return std::int64_t{n} + truncate_to_int32(std::sqrt(kStartAccuracy * n));
 }
 
-double upward_j(int n, double ax) {
-  const double tox = 2.0 / ax;
-  double previous = math_func_bessj0(ax);
-  double current = math_func_bessj1(ax);
+// The order n of J or Y from their orders 0 and 1, for the argument 2 / tox.
+double upward(int n, double tox, double order_0, double order_1) {
+  double previous = order_0;
+  double current = order_1;
   for (int j = 1; j < n; ++j) {
     const double next = j * tox * current - previous;
     previous = current;
@@ -82,6 +82,10 @@ double upward_j(int n, double ax) {
     if (std::isnan(current)) break;  // and stays so
   }
   return current;
+}
+
+double upward_j(int n, double ax) {
+  return upward(n, 2.0 / ax, math_func_bessj0(ax), math_func_bessj1(ax));
 }
 
 double downward_j(int n, double ax) {
@@ -270,16 +274,7 @@ double math_func_bessy(int n, double x, TextBuf& err) {
   }
   if (n == 0) return math_func_bessy0(x);
   if (n == 1) return math_func_bessy1(x);
-  const double tox = 2.0 / x;
-  double previous = math_func_bessy0(x);
-  double current = math_func_bessy1(x);
-  for (int j = 1; j < n; ++j) {
-    const double next = j * tox * current - previous;
-    previous = current;
-    current = next;
-    if (std::isnan(current)) break;  // and stays so
-  }
-  return current;
+  return upward(n, 2.0 / x, math_func_bessy0(x), math_func_bessy1(x));
 }
 
 double math_func_bessk(int n, double x, TextBuf& /*err*/) {

@@ -1,6 +1,5 @@
 #include "quantity/unit_systems.h"
 
-#include <cstring>
 #include <string_view>
 #include <utility>
 

@@ -7,6 +7,7 @@
 #include "builtins/constant.h"
 #include "builtins/elementary.h"
 #include "builtins/plain.h"
+#include "builtins/request.h"
 #include "builtins/special.h"
 #include "builtins/vector.h"
 #include "text/scanner.h"
@@ -66,9 +67,9 @@ constexpr FunctionRow kRows[] = {
     {42, "ExpIntEi", kValues, 1, kExactly, call_plain, special_exp_int_ei, "ExpInt"},
     {43, "ExpIntN", kValues, 2, kExactly, call_plain, special_exp_int_n},
     {44, "floor", kValues, 1, kExactly, call_rounding, elementary_floor},
-    {45, "fmax", kVariables, 2, kAtLeast, nullptr, nullptr, "max"},
-    {46, "fmin", kVariables, 2, kAtLeast, nullptr, nullptr, "min"},
-    {47, "func", kVariablesAndValues, 0, kAtLeast, nullptr},
+    {45, "fmax", kVariables, 2, kAtLeast, call_fmax, nullptr, "max"},
+    {46, "fmin", kVariables, 2, kAtLeast, call_fmin, nullptr, "min"},
+    {47, "func", kVariablesAndValues, 0, kAtLeast, call_func},
     {48, "GammaFunc", kValues, 1, kExactly, call_plain, special_gamma},
     {49, "GammaPFunc", kValues, 2, kExactly, call_plain, special_gamma_p},
     {50, "GammaQFunc", kValues, 2, kExactly, call_plain, special_gamma_q},
@@ -100,7 +101,7 @@ constexpr FunctionRow kRows[] = {
     {76, "sign", kValues, 1, kExactly, call_sign},
     {77, "sin", kValues, 1, kExactly, call_plain, elementary_sin},
     {78, "sinh", kValues, 1, kExactly, call_plain, elementary_sinh},
-    {79, "solve", kVariables, 2, kAtLeast, nullptr},
+    {79, "solve", kVariables, 2, kAtLeast, call_solve},
     {80, "sqrt", kValues, 1, kExactly, call_sqrt},
     {81, "StefanBoltzmann", kValues, 0, kExactly, call_stefan_boltzmann, nullptr, "Boltzmann"},
     {82, "tan", kValues, 1, kExactly, call_plain, elementary_tan},
@@ -179,14 +180,15 @@ FunctionSet::Function lookup_function_name(std::string_view name) {
 }
 
 void call_func_by_number(const FunctionCall& call) {
-  const bool known = call.number >= 1 && call.number <= kFunctionCount &&
-                     kRows[call.number - 1].handler != nullptr;
-  if (!known) {
+  if (call.number < 1 || call.number > kFunctionCount) {
     call.err.append_text("ERROR:  Bad function number in call_func_by_number.\n");
     return;
   }
   const FunctionRow& row = kRows[call.number - 1];
-  if (check_arg_count(row, call.count, call.stack, call.err)) row.handler(row, call);
+  // A request asks for a body before it counts.
+  if (row.kind != FunctionSet::kValues || check_arg_count(row, call.count, call.stack, call.err)) {
+    row.handler(row, call);
+  }
 }
 
 bool check_arg_count(const FunctionRow& row, int given, ValueStack& stack, TextBuf& err) {

@@ -11,7 +11,8 @@ namespace quantiverse {
 inline constexpr int kFunctionCount = 89;
 
 struct FunctionRow;
-// Pops its arguments and pushes one value. REQUIRES: their number is right, `err` is empty.
+// Pops its arguments and pushes one value. REQUIRES: `err` is empty, and the number of arguments
+// is right; only the functions of variable names look at it themselves.
 using Handler = void (*)(const FunctionRow& row, const FunctionCall& call);
 // What a handler of plain numbers computes from them, in their order. A routine may put a message
 // in `err`; its result is then of no interest.
@@ -20,10 +21,10 @@ using Routine = double (*)(const double* x, TextBuf& err);
 struct FunctionRow {
   int number;
   const char* name;
-  int kind;                     // how the grammar reads the arguments, see FunctionSet::Kind
-  int arguments;                // how many it takes
-  bool exact;                   // false: that many or more
-  Handler handler = nullptr;    // null: can't be called yet
+  int kind;       // how the grammar reads the arguments, see FunctionSet::Kind
+  int arguments;  // how many it takes
+  bool exact;     // false: that many or more
+  Handler handler;
   Routine routine = nullptr;    // for the handlers of plain.h
   const char* alias = nullptr;  // the name it goes by in messages about its count, if another
 

@@ -1,5 +1,7 @@
 #include "language/evaluator.h"
 
+#include <algorithm>
+
 #include "language/arithmetic.h"
 
 namespace quantiverse {
@@ -99,6 +101,15 @@ DimValue eval_compiled_stck(Interpreter& interpreter, const Program& program, Te
     if (!err.is_empty_text()) return result;
   }
   return result;
+}
+
+void request_evaluate(Interpreter& interpreter, const double* x, double* f, TextBuf& err) {
+  const Request& request = interpreter.request;
+  std::fill_n(f, request.dependent_count(), 0.0);
+  if (!err.is_empty_text()) return;
+  request.write_x(x);
+  eval_compiled_stck(interpreter, interpreter.body.program(), err);
+  if (err.is_empty_text()) request.read_f(f);
 }
 
 }  // namespace quantiverse

@@ -12,4 +12,13 @@ namespace quantiverse {
 // May be called from a handler while another program runs.
 DimValue eval_compiled_stck(Interpreter& interpreter, const Program& program, TextBuf& err);
 
+// The function that a solver sees: puts `x` into the independent variables of the request, runs
+// the body, and gives the dependent variables in `f`. Units aren't looked at: numbers are MKS, or
+// their logarithms where the request says so.
+// x: independent_count() numbers. f: dependent_count() numbers, 0 if the body fails.
+// err: with an error pending no variable is touched. The variables keep what the last evaluation
+//      left in them.
+// REQUIRES: request_check() found nothing wrong.
+void request_evaluate(Interpreter& interpreter, const double* x, double* f, TextBuf& err);
+
 }  // namespace quantiverse

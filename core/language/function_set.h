@@ -9,7 +9,8 @@ namespace quantiverse {
 struct Interpreter;
 
 // What a call hands to a handler: the arguments lie on `stack`, the last on top. The handler pops
-// them all and pushes exactly one value, a clear one on an error, with the message in `err`.
+// them all and pushes exactly one value, a clear one on an error, with the message in `err`; what
+// lies below it is then of no interest.
 // REQUIRES: `err` is empty.
 struct FunctionCall {
   Interpreter& interpreter;

@@ -46,7 +46,6 @@ constexpr std::size_t kUsualText = std::size_t{64} * 1024;
 
 void LineScratch::begin_line() {
   err.clear_text();
-  message.clear_text();
   result.clear_text();
   failed_run = {};
   good_target = nullptr;
@@ -64,10 +63,22 @@ void process_an_expression(Interpreter& interpreter, std::string_view default_na
     return;
   }
   if (is_end_of_line(expptr)) return;
-  // A label counts the statements that worked.
+  // A label counts the statements that worked, and a body collects them.
   ++line_counter;
-  if (!compile_one_full_line(interpreter, default_name, line_counter, line_text, expptr, out)) {
+  if (compile_one_full_line(interpreter, default_name, line_counter, line_text, expptr, out)) {
+    interpreter.body.append_program(interpreter.line.compiled.program);
+  } else {
     --line_counter;
+  }
+}
+
+void process_lines(Interpreter& interpreter, std::string_view default_name, Cursor& expptr,
+                   TextBuf& out) {
+  int line_counter = 0;
+  while (!is_end_of_text(expptr)) {
+    process_an_expression(interpreter, default_name, line_counter, expptr, out);
+    skip_blanks_and_comments(expptr);
+    if (!is_end_of_text(expptr)) expptr.step();
   }
 }
 
@@ -77,6 +88,8 @@ void Interpreter::begin_call() {
   units.systems = UnitSystems();
   units.stack.begin_call();
   guard = RepeatGuard();
+  body = Body();
+  request.begin_call();
 }
 
 std::string Interpreter::interpret(std::string_view text) {
@@ -85,16 +98,14 @@ std::string Interpreter::interpret(std::string_view text) {
     text = text.substr(0, text.find('\0'));
     TextBuf out;
     out.reserve(expected_output(text));
-    int line_counter = 0;
     Cursor expptr(text);
-    while (!is_end_of_text(expptr)) {
-      process_an_expression(*this, "", line_counter, expptr, out);
-      skip_blanks_and_comments(expptr);
-      if (!is_end_of_text(expptr)) expptr.step();
-    }
+    process_lines(*this, "", expptr, out);
+    body = Body();
+    request.begin_call();
     variables.clear();
     if (text.size() > kUsualText) {
       line = LineScratch();
+      outer_line = LineScratch();
       spare_stacks = {};
     }
     return out.release();

@@ -4,8 +4,10 @@
 #include <string_view>
 #include <vector>
 
+#include "language/body.h"
 #include "language/compiled_stack.h"
 #include "language/function_set.h"
+#include "language/request.h"
 #include "language/variables.h"
 #include "quantity/units.h"
 #include "text/cursor.h"
@@ -35,8 +37,7 @@ struct FailedUnitRun {
 struct LineScratch {
   CompiledStack compiled;
   TextBuf err;
-  TextBuf message;  // what a special statement has to say
-  TextBuf result;   // the outputs
+  TextBuf result;  // the outputs
   FailedUnitRun failed_run;
   // The target that was looked ahead for and found to be a good name: not looked up again.
   const char* good_target = nullptr;
@@ -49,7 +50,7 @@ struct Interpreter {
   explicit Interpreter(const FunctionSet& function_set) : functions(function_set) {}
 
   // Runs a text, one statement a line, and gives back the echo of every line with its result or
-  // error. Every table is fresh; nothing of an earlier call is seen.
+  // error. Every table is fresh; of an earlier call only the kind of a pending request is seen.
   // A NUL ends the text.
   std::string interpret(std::string_view text);
 
@@ -57,7 +58,13 @@ struct Interpreter {
   Variables variables;
   Units units;
   RepeatGuard guard;
+  Body body;
+  // Its kind is kept from call to call: a solve that failed at the end of a text is still to be
+  // reported by the first statement of the next one that works.
+  Request request;
+  bool replaying = false;  // the body is being read again
   LineScratch line;
+  LineScratch outer_line;                // the line that asked for the replay, meanwhile
   std::vector<ValueStack> spare_stacks;  // for evaluations, which can nest
 
  private:
@@ -72,6 +79,10 @@ struct Parse {
   TextBuf& err;
   const char* value_end = nullptr;  // where the primary that was read last ends
 };
+
+// The lines from the cursor to its stop, each as process_an_expression() takes it.
+void process_lines(Interpreter& interpreter, std::string_view default_name, Cursor& expptr,
+                   TextBuf& out);
 
 // One line, with the cursor at its start: comment block, blank line or statement, up to its
 // newline. `default_name` is the prefix of the label, and `line_counter` numbers the statements

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "quantity/units.h"
 #include "text/cursor.h"
 #include "text/text_buf.h"
@@ -7,6 +9,9 @@
 // How a value is written. The layout is an interface: programs take results out of the text by
 // its blanks and signs, " = " above all.
 namespace quantiverse {
+
+// What reads the output finds a line's report by the blanks in front of it.
+inline constexpr std::string_view kIndent = "       ";
 
 // Is a value that can't be in the unit to be refused?
 enum class UnitCheck { kCompare, kSkip };

@@ -1,15 +1,13 @@
 #include "language/statement.h"
 
 #include "language/expression.h"
+#include "language/replay.h"
 #include "language/result_text.h"
 #include "language/special_statement.h"
 #include "text/scanner.h"
 
 namespace quantiverse {
 namespace {
-
-// What reads this text finds a result by the blanks in front of it.
-constexpr std::string_view kIndent = "       ";
 
 // The left side of an assignment, up to and with its "=".
 struct Target {
@@ -27,10 +25,15 @@ bool scan_target(Cursor& expptr, Target& target) {
   return accept_char('=', expptr) && back.accept();
 }
 
-// Looks ahead for the name that a result is shown with.
-std::string_view probe_assignment_target(Interpreter& interpreter, Cursor expptr) {
+// Looks ahead for the name that a result is shown with. `held`: the assignment will not change
+// the variable.
+std::string_view probe_assignment_target(Interpreter& interpreter, Cursor expptr, bool& held) {
   Target target;
   if (!scan_target(expptr, target)) return {};
+  if (interpreter.request.independent_count() != 0) {
+    const Variable* variable = interpreter.variables.find_variable(target.name);
+    held = variable != nullptr && variable->held;
+  }
   TextBuf ignored;
   const bool okay =
       is_varname_okay(target.name, interpreter.units.users, interpreter.functions, ignored);
@@ -113,6 +116,34 @@ void append_message(TextBuf& out, const TextBuf& message, std::string_view endin
   out.append_text(ending);
 }
 
+// The report of a request that the statement has carried out, in place of its value: the body is
+// read once more, with the variables as the request has left them.
+struct RequestReport {
+  std::string_view header;
+  std::string_view default_name;
+};
+constexpr RequestReport report_of(RequestKind kind) {
+  switch (kind) {
+    case RequestKind::kFunc:
+      return {"\nFunc:\n", "Func"};
+    case RequestKind::kSolve:
+      return {"\nSolve:\n", "Sol"};
+    case RequestKind::kMin:
+      return {"\nMin:\n", "Min"};
+    case RequestKind::kMax:
+      return {"\nMax:\n", "Max"};
+    case RequestKind::kNone:
+      break;
+  }
+  return {};
+}
+
+void report_request(Interpreter& interpreter, TextBuf& out) {
+  const RequestReport report = report_of(interpreter.request.request_kind());
+  replay_body(interpreter, report.header, report.default_name, out);
+  interpreter.request.request_close();
+}
+
 // One request behind a ";". The systems are known by their exact names; `mks` is a unit.
 bool render_request(Interpreter& interpreter, const DimValue& value, Cursor& expptr) {
   LineScratch& line = interpreter.line;
@@ -166,19 +197,27 @@ bool compile_one_full_line(Interpreter& interpreter, std::string_view default_na
   LineScratch& line = interpreter.line;
   line.begin_line();
   interpreter.units.failed_parentheses.begin_line();
-  const std::string_view name = probe_assignment_target(interpreter, expptr);
+  bool held = false;
+  const std::string_view name = probe_assignment_target(interpreter, expptr, held);
   append_label(out, default_name, line_counter);
-  echo_source_line(out, line_text, expptr);
-
-  if (is_special_function(interpreter.units, expptr, line.message, line.err, line_counter)) {
-    append_message(out, line.message, "\n\n");
-    return false;
+  if (held) {
+    out.append_text("UPDATED VALUE:\n");
+  } else {
+    echo_source_line(out, line_text, expptr);
   }
+
+  if (is_special_function(interpreter, expptr, out, line_counter)) return false;
   DimValue value;
   if (!compile_input_line(interpreter, expptr, line.compiled, value, line.err)) {
     skip_to_end_of_line(expptr);
     append_message(out, line.err, "\n");
     return false;
+  }
+  if (interpreter.request.request_kind() != RequestKind::kNone && default_name.empty()) {
+    report_request(interpreter, out);
+    out.append_three(kIndent, name, "\n");
+    skip_to_end_of_line(expptr);
+    return line.err.is_empty_text();
   }
   dim_normalize_after_product(value);
   if (!render_requests(interpreter, value, expptr, out)) {

@@ -7,6 +7,8 @@ namespace quantiverse {
 // Takes the statement at the cursor, which is not blank and no comment: decides what it is,
 // compiles and computes it, and appends its whole report to `out`, the echo of the line first.
 // line_text: where the line starts, blanks included, for the echo.
+// The line on which a request is carried out, or the first good one behind a solve that failed,
+// shows the body once more in place of its own value.
 // line_counter: the number in the label; special statements raise it (see special_statement.h).
 // The cursor ends at the end of the line.
 // true: a statement with a value that left no error behind, so that it keeps its number.

@@ -21,6 +21,13 @@ DimValue missing() {
   return v;
 }
 
+// An assignment to a variable that a request varies stores what is there already.
+void keep_independent_value(const Variable& variable, DimValue& value, int& component) {
+  if (!variable.held) return;
+  value = variable.value;
+  component = 0;
+}
+
 // What a new variable holds after an assignment to one of its components.
 DimValue first_value(const DimValue& value, int component) {
   if (component == 0) return value;
@@ -60,7 +67,7 @@ void Variables::grow() {
 
 Variable& Variables::add_variable(Entry& entry, std::string_view name, std::uint32_t hash,
                                   const DimValue& value) {
-  records_.push_back({name, kFirstNumber + static_cast<int>(records_.size()), value});
+  records_.push_back({name, kFirstNumber + static_cast<int>(records_.size()), value, false});
   entry = {hash, static_cast<std::uint32_t>(records_.size())};
   return records_.back();
 }
@@ -130,15 +137,16 @@ Variable& Variables::setvar(std::string_view name, DimValue& value, int componen
 }
 
 void Variables::set_variable(Variable& variable, DimValue& value, int component) {
-  DimValue& held = variable.value;
+  DimValue& stored = variable.value;
+  keep_independent_value(variable, value, component);
   if (component == 0) {
-    held = value;
+    stored = value;
     return;
   }
-  held.vector = true;
-  held.comp[static_cast<std::size_t>(component - 1)] = value.comp[0];
-  held.exps = value.exps;
-  value = held;
+  stored.vector = true;
+  stored.comp[static_cast<std::size_t>(component - 1)] = value.comp[0];
+  stored.exps = value.exps;
+  value = stored;
 }
 
 void Variables::clear() {

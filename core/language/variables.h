@@ -16,6 +16,7 @@ struct Variable {
   std::string_view name;  // in the call's text, exactly as written
   int number;             // from 201, never used again within a call
   DimValue value;
+  bool held = false;  // a request varies it: assignments leave it alone
 };
 
 // The variables of one call, by name and by number. A record never moves and is only replaced in
@@ -33,12 +34,15 @@ class Variables {
   [[nodiscard]] std::string_view varname_by_num(int number, TextBuf& err);
   [[nodiscard]] int varnum_by_name(std::string_view name, TextBuf& err);
   void setvar_by_num(int number, const DimValue& value, TextBuf& err);
+  // Null if there is none.
+  [[nodiscard]] Variable* find_number(int number);
 
   // Stores into the whole variable (component 0) or into one component, and makes the variable
   // if it is new. A component makes it a vector, and brings its dimension for the whole of it.
   // `value` becomes what the variable then holds.
   Variable& setvar(std::string_view name, DimValue& value, int component);
-  // The same for a variable that is known to exist.
+  // The same for a variable that is known to exist. A variable that a request varies keeps its
+  // value, so that a line of a body that gives it a start doesn't undo the solver's work.
   static void set_variable(Variable& variable, DimValue& value, int component);
 
   // Says that `name` is going to be stored to. Its place in a large table is in no cache, and
@@ -61,7 +65,6 @@ class Variables {
   void grow();
   Variable& add_variable(Entry& entry, std::string_view name, std::uint32_t hash,
                          const DimValue& value);
-  [[nodiscard]] Variable* find_number(int number);
 
   std::deque<Variable> records_;
   std::vector<Entry> entries_;

@@ -34,7 +34,6 @@ const std::map<std::string, std::string> kAliases = {{"ExpIntEi", "ExpInt"},
                                                      {"StefanBoltzmann", "Boltzmann"},
                                                      {"euler", "pi"},
                                                      {"lininterp", "LinInterp"}};
-const std::string kBadNumber = "ERROR:  Bad function number in call_func_by_number.";
 
 std::vector<std::string> all_names() {
   std::string all = kRequests;
@@ -48,11 +47,6 @@ std::string folded(std::string name, char (*fold)(char)) {
 }
 char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 char swap_case(char c) { return upper(c) == c ? fold_case(c) : upper(c); }
-
-bool has_handler(const std::string& name) {
-  const int index = lookup_function_name(name).number - 1;
-  return function_rows()[static_cast<std::size_t>(index)].handler != nullptr;
-}
 
 TEST(FunctionTable, FindsNamesInAnyCaseAndNothingElse) {
   const std::vector<std::string> names = all_names();
@@ -93,7 +87,6 @@ TEST(FunctionTable, FindsNamesInAnyCaseAndNothingElse) {
 TEST(FunctionTable, WrongCountsAreReported) {
   for (const auto& [expected, names] : kNames) {
     for (const std::string& name : words(names)) {
-      if (!has_handler(name)) continue;
       const auto alias = kAliases.find(name);
       const std::string message =
           "ERROR:  Function " + (alias == kAliases.end() ? name : alias->second) + " takes " +
@@ -114,19 +107,13 @@ TEST(FunctionTable, WrongCountsAreReported) {
   }
 }
 
-// What can't be called yet says so and nothing else, whatever it is given.
-TEST(FunctionTable, FunctionsWithoutAHandler) {
-  const std::map<int, std::string> arguments = {{FunctionSet::kValues, "[1] m, 2, 3, 4, 5, 6"},
-                                                {FunctionSet::kVariables, "q"},
-                                                {FunctionSet::kVariablesAndValues, "q, 1 m"}};
+TEST(FunctionTable, TheRequestsTakeNames) {
   for (const std::string& name : all_names()) {
-    const int kind = lookup_function_name(name).kind;
-    const bool takes_variables = kRequests.find(name) != std::string::npos && name != "func";
-    EXPECT_EQ(kind == FunctionSet::kVariables, takes_variables) << name;
-    EXPECT_EQ(kind == FunctionSet::kVariablesAndValues, name == "func") << name;
-    if (has_handler(name)) continue;
-    EXPECT_EQ(answer("q = 1\n1 + -" + name + "(" + arguments.at(kind) + ")"), kBadNumber) << name;
-    EXPECT_EQ(answer(name + "()"), kBadNumber) << name;
+    const bool is_request = kRequests.find(name) != std::string::npos;
+    const int kind = name == "func" ? FunctionSet::kVariablesAndValues
+                     : is_request   ? FunctionSet::kVariables
+                                    : FunctionSet::kValues;
+    EXPECT_EQ(lookup_function_name(name).kind, kind) << name;
   }
 }
 

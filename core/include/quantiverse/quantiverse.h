@@ -12,12 +12,14 @@ namespace quantiverse {
 //   interpret_dimensional_input_lines("5 ft; m\n")
 //       == "[  1 ] 5 ft; m\n        = 1.524 m\n\n"
 //
-// Nothing is kept from one call to the next: variables, units and unit systems of the text end
-// with it. A NUL ends the text. Errors of the language are text in the result; the function never
-// throws and prints nothing. Only a failed allocation ends the process, with a message on
-// standard error.
+// Nothing is kept from one call to the next: variables, units, bodies and unit systems of the text
+// end with it. The one exception: a `solve` that has failed and that no good statement has come
+// behind is still open, and the first good statement of the thread's next text closes it, in place
+// of showing its value.
+// A NUL ends the text. Errors of the language are text in the result; the function never throws
+// and prints nothing. Only a failed allocation ends the process, with a message on standard error.
 // Threads: may be called on any number of them at once; they don't meet.
-// Cost: linear in the text, whatever is in it.
+// Cost: linear in the text, whatever is in it, and in the evaluations of its requests.
 std::string interpret_dimensional_input_lines(std::string_view text);
 
 // An interpreter to hold on to, in place of the one that each thread has behind the function

@@ -30,77 +30,87 @@ void report_dimensions(const char* words, const DimValue& a, const DimValue& b, 
   err.append_text("'.\n");
 }
 
+// The operations work in place: `a` becomes the result, and b is of no interest any more.
+
 // b is multiplied by `sign`, which is exact.
-DimValue sum(DimValue a, DimValue b, double sign, const SumWords& words, Units& units,
-             TextBuf& err) {
+void sum(DimValue& a, DimValue& b, double sign, const SumWords& words, Units& units, TextBuf& err) {
   if (is_overflow_mark(a.comp[0]) || is_overflow_mark(b.comp[0])) {
     err.append_text(words.overflow);
-    return overflow_value();
+    a = overflow_value();
+    return;
   }
   const bool reconciled = dim_reconcile_for_add(a, b);
   if (a.vector != b.vector) {
     err.append_text(words.sizes);
-    return {};
+    a = {};
+    return;
   }
   if (!reconciled && !dim_same_units_clear_angle(a, b)) {
     report_dimensions(words.dimensions, a, b, units, err);
-    return {};
+    a = {};
+    return;
   }
   for (std::size_t i = 0; i < a.comp.size(); ++i) a.comp[i] += sign * b.comp[i];
-  return a;
 }
 
-DimValue product(const DimValue& a, const DimValue& b, TextBuf& err) {
+void product(DimValue& a, const DimValue& b, TextBuf& err) {
   if (a.vector && b.vector) {
     err.append_text("ERROR:  Multiplying vectors -- not defined.\n");
-    return {};
+    a = {};
+    return;
   }
   if (is_overflow_mark(a.comp[0]) || is_overflow_mark(b.comp[0])) {
     err.append_text("ERROR: Numerical over or underflow while multiplying.\n");
-    return overflow_value();
+    a = overflow_value();
+    return;
   }
-  DimValue result;
-  result.vector = a.vector || b.vector;
-  if (result.vector) {
-    const DimValue& vector = a.vector ? a : b;
-    const double factor = a.vector ? b.comp[0] : a.comp[0];
-    for (std::size_t i = 0; i < result.comp.size(); ++i) result.comp[i] = vector.comp[i] * factor;
+  if (a.vector) {
+    for (double& c : a.comp) c *= b.comp[0];
+  } else if (b.vector) {
+    const double factor = a.comp[0];
+    for (std::size_t i = 0; i < a.comp.size(); ++i) a.comp[i] = b.comp[i] * factor;
+    a.vector = true;
   } else {
-    result.comp[0] = a.comp[0] * b.comp[0];
+    a.comp = {a.comp[0] * b.comp[0]};
   }
-  for (std::size_t i = 0; i < kSlotCount; ++i) result.exps[i] = a.exps[i] + b.exps[i];
-  return result;
+  for (std::size_t i = 0; i < kSlotCount; ++i) a.exps[i] += b.exps[i];
+  dim_normalize_after_product(a);
 }
 
-DimValue quotient(const DimValue& a, const DimValue& b, TextBuf& err) {
+void quotient(DimValue& a, const DimValue& b, TextBuf& err) {
   if (b.vector) {
     err.append_text("ERROR:  Dividing by a vector -- not defined.\n");
-    return {};
+    a = {};
+    return;
   }
   if (is_overflow_mark(a.comp[0]) || is_overflow_mark(b.comp[0]) || b.comp[0] == 0.0) {
     err.append_text("ERROR: Numerical over or underflow while dividing.\n");
-    return overflow_value();
+    a = overflow_value();
+    return;
   }
-  DimValue result;
-  result.vector = a.vector;
-  for (std::size_t i = 0; i < result.comp.size(); ++i) result.comp[i] = a.comp[i] / b.comp[0];
-  for (std::size_t i = 0; i < kSlotCount; ++i) result.exps[i] = a.exps[i] - b.exps[i];
-  return result;
+  for (double& c : a.comp) c /= b.comp[0];
+  for (std::size_t i = 0; i < kSlotCount; ++i) a.exps[i] -= b.exps[i];
+  dim_normalize_after_product(a);
 }
 
 // A vector as exponent isn't refused: its first component counts.
-DimValue power(const DimValue& a, const DimValue& b, Units& units, TextBuf& err) {
+void power(DimValue& a, const DimValue& b, Units& units, TextBuf& err) {
   const double x = a.comp[0];
   const double y = b.comp[0];
   if (a.vector) {
     err.append_text("ERROR:  Exponentiating a vector -- not defined.\n");
-    return {};
+    a = {};
+    return;
   }
   const bool overflow = is_overflow_mark(x) || is_overflow_mark(y);
-  if (!overflow && x == 0.0 && y == 0.0) return {};
+  if (!overflow && x == 0.0 && y == 0.0) {
+    a = {};
+    return;
+  }
   if (overflow || (x < 0.0 && y != std::floor(y))) {
     err.append_text("ERROR: Numerical over or underflow while exponentiating.\n");
-    return overflow_value();
+    a = overflow_value();
+    return;
   }
   if (!dim_is_dimensionless(b)) {
     err.append_text("ERROR: Dimensional exponent: ");
@@ -108,9 +118,10 @@ DimValue power(const DimValue& a, const DimValue& b, Units& units, TextBuf& err)
     err.append_text(" ");
     render_dimension_text(err, b.exps, units);
     err.append_text(".\n");
-    return {};
+    a = {};
+    return;
   }
-  return dim_power(a, y);
+  a = dim_power(a, y);
 }
 
 DimValue with_unit(const DimValue& v, const UnitDef& unit, TextBuf& err) {
@@ -145,48 +156,33 @@ DimValue built_vector(int count, ValueStack& stack, TextBuf& err) {
 }  // namespace
 
 void stack_add(ValueStack& stack, Units& units, TextBuf& err) {
-  const DimValue b = stack.pop_value();
-  const DimValue a = stack.pop_value();
-  stack.push_value(sum(a, b, 1.0, kAdding, units, err));
+  stack.combine([&](DimValue& a, DimValue& b) { sum(a, b, 1.0, kAdding, units, err); });
 }
 
 void stack_subtract(ValueStack& stack, Units& units, TextBuf& err) {
-  const DimValue b = stack.pop_value();
-  const DimValue a = stack.pop_value();
-  stack.push_value(sum(a, b, -1.0, kSubtracting, units, err));
+  stack.combine([&](DimValue& a, DimValue& b) { sum(a, b, -1.0, kSubtracting, units, err); });
 }
 
 void stack_multiply(ValueStack& stack, TextBuf& err) {
-  const DimValue b = stack.pop_value();
-  const DimValue a = stack.pop_value();
-  DimValue result = product(a, b, err);
-  dim_normalize_after_product(result);
-  stack.push_value(result);
+  stack.combine([&](DimValue& a, const DimValue& b) { product(a, b, err); });
 }
 
 void stack_divide(ValueStack& stack, TextBuf& err) {
-  const DimValue b = stack.pop_value();
-  const DimValue a = stack.pop_value();
-  DimValue result = quotient(a, b, err);
-  dim_normalize_after_product(result);
-  stack.push_value(result);
+  stack.combine([&](DimValue& a, const DimValue& b) { quotient(a, b, err); });
 }
 
 void stack_exponentiate(ValueStack& stack, Units& units, TextBuf& err) {
-  const DimValue b = stack.pop_value();
-  const DimValue a = stack.pop_value();
-  stack.push_value(power(a, b, units, err));
+  stack.combine([&](DimValue& a, const DimValue& b) { power(a, b, units, err); });
 }
 
 void stack_negate(ValueStack& stack, TextBuf& err) {
-  DimValue v = stack.pop_value();
+  DimValue& v = stack.top_value();
   if (is_overflow_mark(v.comp[0])) {
     err.append_text("ERROR: Numerical over or underflow while negating.\n");
     v = overflow_value();
   } else {
     for (double& c : v.comp) c = -c;
   }
-  stack.push_value(v);
 }
 
 void stack_assign_units(ValueStack& stack, TextBuf& err) {

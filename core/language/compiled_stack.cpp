@@ -26,6 +26,10 @@ std::uint32_t append_pool(std::vector<T>& pool, const std::vector<T>& other) {
 
 }  // namespace
 
+void ValueStack::supply(std::size_t count) {
+  nodes_.insert(nodes_.begin(), count - nodes_.size(), StackNode());
+}
+
 void Program::emit_op(OpCode code, const DimValue& value) {
   ops_.push_back({code, add_to(values_, value)});
 }

@@ -15,15 +15,22 @@ struct Variable;
 // an operand that isn't there counts as nothing.
 class ValueStack {
  public:
-  void push_value(const DimValue& value) { nodes_.push_back({value, 0.0}); }
+  void push_value(const DimValue& value) { nodes_.emplace_back(value); }
+  void push_number(double x) { nodes_.emplace_back().value.comp[0] = x; }
   void push_unit(const UnitDef& unit) {
-    nodes_.push_back({DimValue{false, {unit.w0}, unit.exps}, unit.offset});
+    StackNode& node = nodes_.emplace_back();
+    node.value.comp[0] = unit.w0;
+    node.value.exps = unit.exps;
+    node.offset = unit.offset;
   }
   DimValue pop_value() {
-    if (nodes_.empty()) return {};
-    const DimValue value = nodes_.back().value;
+    const DimValue value = top_value();
     nodes_.pop_back();
     return value;
+  }
+  void pop_into(DimValue& value) {
+    value = top_value();
+    nodes_.pop_back();
   }
   UnitDef pop_unit() {
     if (nodes_.empty()) return {};
@@ -31,6 +38,23 @@ class ValueStack {
     const UnitDef unit{top.offset, top.value.comp[0], top.value.exps};
     nodes_.pop_back();
     return unit;
+  }
+  // The value on top, to be changed where it is. A value is a hundred bytes: copying the operands
+  // of an operation takes longer than computing with them.
+  DimValue& top_value() {
+    need(1);
+    nodes_.back().offset = 0.0;
+    return nodes_.back().value;
+  }
+  // Runs operation(left, right) on the two values on top; the left one is left as the result.
+  template <typename Operation>
+  void combine(Operation operation) {
+    need(2);
+    StackNode& right = nodes_.back();
+    StackNode& left = *(&right - 1);
+    operation(left.value, right.value);
+    left.offset = 0.0;
+    nodes_.pop_back();
   }
   void drop(std::size_t count) { nodes_.resize(nodes_.size() - std::min(count, nodes_.size())); }
   void clear() { nodes_.clear(); }
@@ -40,9 +64,18 @@ class ValueStack {
  private:
   // A value or a unit: they have the same tail, and a unit's w0 stands in comp[0].
   struct StackNode {
+    StackNode() = default;
+    explicit StackNode(const DimValue& v) : value(v) {}
+
     DimValue value;
-    double offset;
+    double offset = 0.0;
   };
+  void need(std::size_t count) {
+    if (nodes_.size() < count) supply(count);
+  }
+  // Puts zeros in the place of operands that aren't there.
+  void supply(std::size_t count);
+
   std::vector<StackNode> nodes_;
 };
 
@@ -91,12 +124,13 @@ class Program {
     std::uint32_t operand;  // an index into the pool of this operation's operands
   };
   [[nodiscard]] const std::vector<OpNode>& ops() const { return ops_; }
-  // What OP_PUSH_VALUE pushes.
-  [[nodiscard]] DimValue value(const OpNode& op) const {
-    if ((op.operand & kPlainNumber) == 0) return values_[op.operand];
-    DimValue v;
-    v.comp[0] = numbers_[op.operand & ~kPlainNumber];
-    return v;
+  // What OP_PUSH_VALUE does.
+  void push_operand(const OpNode& op, ValueStack& stack) const {
+    if ((op.operand & kPlainNumber) == 0) {
+      stack.push_value(values_[op.operand]);
+    } else {
+      stack.push_number(numbers_[op.operand & ~kPlainNumber]);
+    }
   }
   [[nodiscard]] const UnitDef& unit(const OpNode& op) const { return units_[op.operand]; }
   [[nodiscard]] Variable* variable(const OpNode& op) const { return variables_[op.operand]; }

@@ -43,7 +43,7 @@ DimValue eval_compiled_stck(Interpreter& interpreter, const Program& program, Te
         result = DimValue{};
         break;
       case OpCode::OP_PUSH_VALUE:
-        stack.push_value(program.value(op));
+        program.push_operand(op, stack);
         break;
       case OpCode::OP_PUSH_UNIT:
         stack.push_unit(program.unit(op));
@@ -70,22 +70,21 @@ DimValue eval_compiled_stck(Interpreter& interpreter, const Program& program, Te
       case OpCode::OP_ASSIGN_1:
       case OpCode::OP_ASSIGN_2:
       case OpCode::OP_ASSIGN_3:
-        result = stack.pop_value();
-        Variables::set_variable(*program.variable(op), result,
+        Variables::set_variable(*program.variable(op), stack.top_value(),
                                 static_cast<int>(op.code) - static_cast<int>(OpCode::OP_ASSIGN));
-        stack.push_value(result);
+        result = stack.top_value();
         break;
       case OpCode::OP_PUSH_VAR:
         stack.push_value(program.variable(op)->value);
         break;
       case OpCode::OP_CALL: {
-        result = stack.pop_value();
+        stack.pop_into(result);
         const Ints3 call = dim_unpack_ints3(result);
         interpreter.functions.call_func_by_number({interpreter, call.i, call.k, stack, err});
         break;
       }
       case OpCode::OP_VECTOR:
-        result = stack.pop_value();
+        stack.pop_into(result);
         stack_build_vector(dim_unpack_ints3(result).k, stack, err);
         break;
       case OpCode::OP_UNIT_ASSIGN:
@@ -95,7 +94,7 @@ DimValue eval_compiled_stck(Interpreter& interpreter, const Program& program, Te
         stack_to_number(stack, err);
         break;
       case OpCode::OP_RESULT:
-        result = stack.pop_value();
+        stack.pop_into(result);
         break;
     }
     if (!err.is_empty_text()) return result;

@@ -48,6 +48,20 @@ inline std::string first_difference(const std::string& is, const std::string& sh
          "' and should be '" + (at < right.size() ? right[at] : "") + "'";
 }
 
+// `generated` is what has to stand between the two marks of a document. Empty, or where it doesn't.
+inline std::string check_generated(const std::filesystem::path& path, std::string_view begin_mark,
+                                   std::string_view end_mark, const std::string& generated) {
+  const std::string document = read_file(path);
+  const std::size_t begin = document.find(begin_mark);
+  const std::size_t end = document.find(end_mark);
+  if (begin == std::string::npos || end == std::string::npos) return "a mark is missing";
+  const std::size_t from = begin + begin_mark.size();
+  const std::string expected = document.substr(0, from) + generated + document.substr(end);
+  if (document == expected || !may_rewrite()) return first_difference(document, expected);
+  write_file(path, expected);
+  return {};
+}
+
 // Without the blanks around it.
 inline std::string trimmed(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');

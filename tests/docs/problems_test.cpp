@@ -111,19 +111,8 @@ std::string table() {
 }
 
 TEST(ProblemsTable, IsMadeFromTheWorksheets) {
-  const std::filesystem::path path = source_dir() / "docs" / "solving.md";
-  const std::string document = read_file(path);
-  const std::size_t begin = document.find(kBeginMark);
-  const std::size_t end = document.find(kEndMark);
-  ASSERT_NE(begin, std::string::npos);
-  ASSERT_NE(end, std::string::npos);
-  const std::size_t from = begin + kBeginMark.size();
-  const std::string expected = document.substr(0, from) + table() + document.substr(end);
-  if (document != expected && may_rewrite()) {
-    write_file(path, expected);
-  } else {
-    EXPECT_EQ(first_difference(document, expected), "");
-  }
+  EXPECT_EQ(check_generated(source_dir() / "docs" / "solving.md", kBeginMark, kEndMark, table()),
+            "");
 }
 
 // The check above is worth what it finds.

@@ -97,19 +97,9 @@ std::string units_reference() {
 }
 
 TEST(UnitsReference, IsMadeFromTheTable) {
-  const std::filesystem::path path = source_dir() / "docs" / "units.md";
-  const std::string document = read_file(path);
-  const std::size_t begin = document.find(kBeginMark);
-  const std::size_t end = document.find(kEndMark);
-  ASSERT_NE(begin, std::string::npos);
-  ASSERT_NE(end, std::string::npos);
-  const std::size_t from = begin + kBeginMark.size();
-  const std::string expected = document.substr(0, from) + units_reference() + document.substr(end);
-  if (document != expected && may_rewrite()) {
-    write_file(path, expected);
-  } else {
-    EXPECT_EQ(first_difference(document, expected), "");
-  }
+  EXPECT_EQ(
+      check_generated(source_dir() / "docs" / "units.md", kBeginMark, kEndMark, units_reference()),
+      "");
 }
 
 // What the tables promise is what a worksheet gets, by every name.

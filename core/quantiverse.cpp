@@ -23,6 +23,8 @@ std::string Calculator::interpret(std::string_view text) {
   return state_->interpreter.interpret(text);
 }
 
+void Calculator::reset() { state_->interpreter.request = Request(); }
+
 std::string interpret_dimensional_input_lines(std::string_view text) {
   // One for each thread, so that calls on different threads never meet while those on one thread
   // share their storage.

@@ -55,6 +55,9 @@ TEST(Door, OnlyARequestThatIsStillOpenIsSeenByTheNextCall) {
             Calculator().interpret("q\n# nothing here\n"));
   EXPECT_EQ(calculator.interpret("x = 5 ft; in\n5 ft"),
             "[  1 ] x = 5 ft; in\n       x\n[  2 ] 5 ft\n        = 1.524 m\n\n");
+  calculator.interpret(kOpen);
+  calculator.reset();
+  EXPECT_EQ(calculator.interpret("5 ft"), "[  1 ] 5 ft\n        = 1.524 m\n\n");
 }
 
 TEST(Door, ANulEndsTheText) {

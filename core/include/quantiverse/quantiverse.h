@@ -33,6 +33,8 @@ class Calculator {
 
   // As interpret_dimensional_input_lines.
   std::string interpret(std::string_view text);
+  // As good as new for the next text: a `solve` that is still open is dropped.
+  void reset();
 
  private:
   struct State;

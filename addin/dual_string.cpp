@@ -1,0 +1,45 @@
+#include "addin/dual_string.h"
+
+#include <utility>
+
+#include "addin/host.h"
+
+namespace quantiverse {
+namespace {
+
+constexpr std::uint16_t kOwnsNarrow = 1;
+constexpr std::uint16_t kNarrowIsValid = 2;
+constexpr std::uint16_t kOwnsWide = 16;
+constexpr std::uint16_t kWideIsValid = 32;
+
+}  // namespace
+
+CXlDualString::CXlDualString(const char* text)
+    : borrowed_narrow_(text != nullptr ? text : ""), flags_(kNarrowIsValid) {}
+
+CXlDualString::CXlDualString(const char16_t* text)
+    : borrowed_wide_(text != nullptr ? text : u""), flags_(kWideIsValid) {}
+
+CXlDualString::CXlDualString(std::string text)
+    : narrow_(std::move(text)), flags_(kOwnsNarrow | kNarrowIsValid) {}
+
+CXlDualString::CXlDualString(std::u16string text)
+    : wide_(std::move(text)), flags_(kOwnsWide | kWideIsValid) {}
+
+const char* CXlDualString::Narrow() const {
+  if ((flags_ & kNarrowIsValid) == 0) {
+    narrow_ = NarrowText(Wide());
+    flags_ |= kOwnsNarrow | kNarrowIsValid;
+  }
+  return (flags_ & kOwnsNarrow) != 0 ? narrow_.c_str() : borrowed_narrow_;
+}
+
+const char16_t* CXlDualString::Wide() const {
+  if ((flags_ & kWideIsValid) == 0) {
+    wide_ = WideText(Narrow());
+    flags_ |= kOwnsWide | kWideIsValid;
+  }
+  return (flags_ & kOwnsWide) != 0 ? wide_.c_str() : borrowed_wide_;
+}
+
+}  // namespace quantiverse

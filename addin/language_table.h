@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+
+namespace quantiverse {
+
+// The country of a language as Windows and Excel number countries, by their telephone codes; 0 for
+// a language that isn't in the table. Languages are those of string resources.
+int CountryOfLanguage(std::uint16_t language);
+
+}  // namespace quantiverse

@@ -1,0 +1,170 @@
+#include "addin/worksheet_function.h"
+
+#include <quantiverse/quantiverse.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "addin/addin_state.h"
+#include "addin/excel_call.h"
+#include "addin/exceptions.h"
+#include "addin/return_block.h"
+#include "text/numbers.h"
+#include "text/scanner.h"
+#include "text/text_buf.h"
+
+namespace quantiverse {
+namespace {
+
+constexpr double kLastSupportedRelease = 15.0;
+constexpr const char* kRefusal =
+    "This version of Excel is not supported.  Check https://quantiverse.example";
+
+// What the output shows in front of a result: this many places with the blank of " = ".
+constexpr std::size_t kIndent = 8;
+
+// Where a search in the output finds nothing, the processor would fault further on; no cell may
+// tell the difference.
+std::size_t Found(std::size_t position) {
+  if (position == std::string::npos) throw CXlStructuredException(kAccessViolation);
+  return position;
+}
+
+// The number that `text` begins with, behind any white space; 0.0 without one. Infinities and NaN
+// are no numbers here.
+double LeadingNumber(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+  double number = 0.0;
+  Cursor cursor(text);
+  scan_number(cursor, number);
+  return number;
+}
+
+// The first place of `word` with a blank in front; npos if there is none. The word is sought first:
+// blanks are many, and every call of the function looks for an error in vain.
+std::size_t FindMessage(const std::string& output, const char* word) {
+  std::size_t place = output.find(word);
+  while (place != std::string::npos && (place == 0 || output[place - 1] != ' ')) {
+    place = output.find(word, place + 1);
+  }
+  return place;
+}
+
+// The message of a request that failed, which begins at `first`. The value in other units follows
+// and is cut off. An "=" among the units stands ahead of the message and cuts nothing of it.
+std::string FailedRequest(const std::string& output, std::size_t first) {
+  const std::size_t equals = Found(output.find('='));
+  if (equals < kIndent) throw CXlStructuredException(kAccessViolation);
+  const std::size_t last = equals - kIndent;
+  return last >= first ? output.substr(first, last - first) : output.substr(first);
+}
+
+// The first blank of the text, but for its first character, becomes an "&".
+void MarkFirstSpace(std::string& output, std::size_t start) {
+  if (output.size() - start < 2) return;
+  const std::size_t blank = output.find(' ', start + 1);
+  if (blank != std::string::npos) output[blank] = '&';
+}
+
+// "Release", counted as Excel counts texts. Every call of the function passes it, so it is borrowed
+// from here.
+CXlOper ReleaseItem() {
+  static constexpr char kNarrow[] = "\7Release";
+  static constexpr char16_t kWide[] = u"\7Release";
+  // Excel reads arguments only. NOLINTBEGIN(*-const-cast)
+  if (IsExcel12()) {
+    XLOPER12 record{};
+    record.val.str = const_cast<char16_t*>(kWide);
+    SetType(record, xltypeStr);
+    return CXlOper::Borrow(&record);
+  }
+  XLOPER record{};
+  record.val.str = const_cast<char*>(kNarrow);
+  SetType(record, xltypeStr);
+  return CXlOper::Borrow(&record);
+  // NOLINTEND(*-const-cast)
+}
+
+std::string UpperCase(std::string text) {
+  for (char& c : text) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string ConversionLine(double value, const char* in_units, const char* out_units) {
+  TextBuf line;
+  line.append_double(value);
+  line.append_three(" ", in_units, "; ");
+  line.append_text(out_units);
+  return line.release();
+}
+
+CXlScrape ScrapeOutput(std::string output) {
+  const std::size_t error = FindMessage(output, "ERROR");
+  if (error != std::string::npos) {
+    // A message with a colon counts for more than a request that failed ahead of it.
+    const std::size_t message = FindMessage(output, "ERROR:");
+    if (message != std::string::npos) return {true, 0.0, output.substr(message)};
+    return {true, 0.0, FailedRequest(output, error)};
+  }
+  const std::size_t start = Found(output.find('=')) + 1;
+  const double value = LeadingNumber(std::string_view(output).substr(start));
+  MarkFirstSpace(output, start);
+  return {false, value, output.substr(Found(output.find('&', start)) + 1)};
+}
+
+const CXlOper* QuantiverseBody(CXlOper& result, double value, const CXlDualString& in_units,
+                               const CXlDualString& out_units) {
+  if (GetExcelRelease() > kLastSupportedRelease) {
+    result = kRefusal;
+    return nullptr;
+  }
+  const CXlScrape scrape = ScrapeOutput(ReturnBlock().calculator.interpret(
+      ConversionLine(value, in_units.Narrow(), out_units.Narrow())));
+  result.Resize(1, 2);
+  if (scrape.is_error) {
+    result.Element(0, 0) = scrape.text;
+    result.Element(0, 1) = "";
+  } else {
+    result.Element(0, 0) = scrape.value;
+    result.Element(0, 1) = scrape.text;
+  }
+  return nullptr;
+}
+
+double GetExcelRelease() {
+  CXlOper release;
+  if (Excel(release, xlfInfo, ReleaseItem()) != xlretSuccess) return 0.0;
+  return release.ToDouble();
+}
+
+const CXlOper* QuantiverseMacroBody(CXlOper&) {
+  InsertFunctionInActiveCell("Quantiverse");
+  return nullptr;
+}
+
+bool InsertFunctionInActiveCell(const std::string& name) {
+  CXlOper cell;
+  if (!cell.GetActiveCell()) {
+    XlAlert("Please select a cell for the result and try again.", 3);
+    return false;
+  }
+  CXlOper formula;
+  bool in_array = false;
+  const bool is_read = cell.GetFormula(true, formula, in_array, true);
+  const bool calls_it =
+      is_read && UpperCase(formula.ToText()).find(UpperCase(name)) != std::string::npos;
+  if (!calls_it) {
+    if (!cell.GetFormula(true, formula, in_array, true)) return true;
+    if (!formula.ToText().empty() && !XlAlert("Delete existing contents in cell?", 1)) return false;
+    // The dialog opens whether or not the cell could be written.
+    static_cast<void>(cell.SetFormula(true, "=" + name + "()", false, true));
+  }
+  XlCommand(xlcFunctionWizard);
+  return true;
+}
+
+}  // namespace quantiverse

@@ -1,0 +1,56 @@
+#include "host/entry_points.h"
+
+#include <cstdarg>
+#include <mutex>
+#include <string>
+
+#include "host/gateway.h"
+#include "host/text.h"
+
+using quantiverse::host::call_host;
+using quantiverse::host::kMostArguments4;
+using quantiverse::host::Record12;
+using quantiverse::host::Record4;
+using quantiverse::host::serving_host;
+
+namespace {
+
+constexpr int kYes = 6;
+constexpr int kNo = 7;
+
+std::string text_of(const char16_t* text) {
+  return text != nullptr ? quantiverse::host::from_utf16(text) : std::string();
+}
+
+}  // namespace
+
+int Excel4(int function, Record4* result, int count, ...) {
+  if (serving_host() == nullptr) return quantiverse::host::kFailed;
+  Record4* arguments[kMostArguments4] = {};
+  va_list list;
+  va_start(list, count);
+  for (int i = 0; i < count && i < kMostArguments4; ++i) arguments[i] = va_arg(list, Record4*);
+  va_end(list);
+  return call_host(*serving_host(), "Excel4", function, result, count, arguments);
+}
+
+int XLHOST_PASCAL Excel4v(int function, Record4* result, int count, Record4** arguments) {
+  if (serving_host() == nullptr) return quantiverse::host::kFailed;
+  return call_host(*serving_host(), "Excel4v", function, result, count, arguments);
+}
+
+int XlHostMessageBox(const char16_t* text, const char16_t* title, unsigned flags) {
+  if (serving_host() == nullptr) return 0;
+  auto& host = *serving_host();
+  const std::lock_guard lock(host.mutex);
+  const bool answer = host.dialogs.next_answer();
+  host.dialogs.shown.push_back(
+      {{"text", text_of(text)}, {"title", text_of(title)}, {"flags", flags}, {"answer", answer}});
+  return answer ? kYes : kNo;
+}
+
+extern "C" int XLHOST_PASCAL XlHostCallBack12(int function, int count, Record12** arguments,
+                                              Record12* result) {
+  if (serving_host() == nullptr) return quantiverse::host::kFailed;
+  return call_host(*serving_host(), "MdCallBack12", function, result, count, arguments);
+}

@@ -1,0 +1,38 @@
+#include "host/host.h"
+
+#include <utility>
+
+#include "host/call.h"
+
+namespace quantiverse::host {
+
+bool Dialogs::next_answer() {
+  if (answers.empty()) return true;
+  const bool answer = answers.front();
+  answers.pop_front();
+  return answer;
+}
+
+bool LoggedCall::is_like(const LoggedCall& other) const {
+  return function == other.function && entry == other.entry && is_intl == other.is_intl &&
+         code == other.code && arguments == other.arguments;
+}
+
+Host::Host(Options chosen)
+    : options(std::move(chosen)),
+      workbook(Sheet::of_version(options.version),
+               [this](const FormulaCall& call) { return evaluate(*this, call); }),
+      workspace(default_workspace()) {}
+
+std::vector<Value> default_workspace() {
+  return {{Number{1.0}}, {Number{1.0}}, {"."}, {","}, {","}, {"R"}, {"C"}};
+}
+
+Host*& serving_host() {
+  // Excel's entry points take nothing that leads to it.
+  // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+  static Host* host = nullptr;
+  return host;
+}
+
+}  // namespace quantiverse::host

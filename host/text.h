@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+// The host keeps texts in UTF-8; add-ins take and give them in UTF-16 or in Windows-1252.
+namespace quantiverse::host {
+
+// A surrogate without its other half becomes U+FFFD.
+std::string from_utf16(std::u16string_view text);
+std::string from_windows_1252(std::string_view text);
+
+// REQUIRES of both: `text` is UTF-8.
+std::u16string to_utf16(std::string_view text);
+// A character that the code page lacks becomes "?".
+std::string to_windows_1252(std::string_view text);
+
+// Letters of ASCII only, as they are the only ones in names of functions and menus.
+std::string upper_case(std::string_view text);
+bool equal_ignoring_case(std::string_view a, std::string_view b);
+
+// Without the blanks around it.
+std::string_view trimmed(std::string_view text);
+
+// A number as a cell shows it in full: 15 digits, or 17 where it takes them to read it back.
+// Infinities and NaN are "inf", "-inf" and "nan".
+std::string number_text(double number);
+// The whole text, blanks around it allowed, and finite; nothing otherwise.
+std::optional<double> parse_number(std::string_view text);
+
+}  // namespace quantiverse::host

@@ -3,7 +3,7 @@
 cmake_minimum_required(VERSION 3.25)
 
 set(patterns)
-foreach(folder core cli tests bench fuzz)
+foreach(folder core cli addin host tests bench fuzz)
   list(APPEND patterns ${ROOT}/${folder}/*.h ${ROOT}/${folder}/*.c ${ROOT}/${folder}/*.cpp)
 endforeach()
 file(GLOB_RECURSE files RELATIVE ${ROOT} ${patterns})

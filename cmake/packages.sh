@@ -13,6 +13,7 @@ packages_to_test="$packages_to_build
   libboost-math-dev=boost/math/special_functions/gamma.hpp
   libgmock-dev=gmock/gmock.h
   libgtest-dev=gtest/gtest.h
+  nlohmann-json3-dev=nlohmann/json.hpp
   pkg-config=pkg-config"
 
 is_there() {

@@ -16,7 +16,7 @@ esac
 for program in cmake ninja units; do
   if ! command -v "$program" >/dev/null; then
     echo "$program is missing; on Debian: apt-get install cmake ninja-build g++ libboost-math-dev" \
-      "libbenchmark-dev libmuparser-dev libudunits2-dev units" >&2
+      "libbenchmark-dev libmuparser-dev libudunits2-dev nlohmann-json3-dev units" >&2
     exit 2
   fi
 done
@@ -44,6 +44,7 @@ print_table() {
 run "$build/bench/growth_bench" >"$work/growth" 2>"$work/growth.err"
 run "$build/bench/compare_bench" "$build/cli/quantiverse" >"$work/compare"
 run "$build/bench/body_bench" >"$work/body"
+run "$build/bench/worksheet_bench" "$build/addin/quantiverse.so" >"$work/worksheet"
 "$build/bench/lines_bench" --benchmark_format=json 2>/dev/null >"$work/lines"
 if grep '"error_message"' "$work/lines" >&2; then status=1; fi
 
@@ -54,11 +55,13 @@ if grep '"error_message"' "$work/lines" >&2; then status=1; fi
   print_table "$work/growth" "Time per line"
   print_table "$work/growth" "Peak memory"
   print_table "$work/body" "An evaluation of a body"
+  print_table "$work/worksheet" "Worksheet calls"
   echo "### Figures"
   echo
   print_table "$work/compare" "Conversions, all"
   print_table "$work/compare" "Conversions, \`ft"
   print_table "$work/compare" "One conversion"
+  print_table "$work/worksheet" "Conversions a second"
   print_table "$work/body" "A body of ten operations"
   print_table "$work/body" "A text of"
   print_table "$work/body" "Tridiagonal system"

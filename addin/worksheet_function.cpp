@@ -122,8 +122,11 @@ const CXlOper* QuantiverseBody(CXlOper& result, double value, const CXlDualStrin
     result = kRefusal;
     return nullptr;
   }
-  const CXlScrape scrape = ScrapeOutput(ReturnBlock().calculator.interpret(
-      ConversionLine(value, in_units.Narrow(), out_units.Narrow())));
+  // A cell depends on its arguments alone.
+  Calculator& calculator = ReturnBlock().calculator;
+  calculator.reset();
+  const CXlScrape scrape = ScrapeOutput(
+      calculator.interpret(ConversionLine(value, in_units.Narrow(), out_units.Narrow())));
   result.Resize(1, 2);
   if (scrape.is_error) {
     result.Element(0, 0) = scrape.text;

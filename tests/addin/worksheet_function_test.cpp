@@ -107,6 +107,11 @@ TEST_F(WorksheetFunction, Converts) {
       {1e308, "km", "mm", R"({0.000000, "mm%%"})"},  // the output says "inf"
       {5.0, "ft\n7", "m",
        R"({"ERROR IN REQUESTED OUTPUT: 'm' is incompatible.%        = 7 %%", ""})"},
+      // A request that one call leaves open is none of the next one's business.
+      {5.0, "ft\nx = 1\nbegin\ny = x^2 + 1\nend\nsolve(y, x)\nq", "m",
+       R"({"ERROR: No solution found.  Try a different initial independent value.%%)"
+       R"([  5 ] q; m%       ERROR: 'q' undefined.%%", ""})"},
+      {5.0, "ft", "m", R"({1.524000, "m%%"})"},
   };
   for (const int version : {11, 15}) {
     SetVersion(version);

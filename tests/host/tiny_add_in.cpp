@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -63,7 +64,7 @@ Record<Form> number_record(double number) {
 
 // Allocated, for the caller to free.
 template <class Form>
-Record<Form> text_record(const std::string& text) {
+Record<Form> text_record(std::string_view text) {
   using Char = typename Form::Char;
   Record<Form> record{};
   record.value.text = new Char[text.size() + 1];

@@ -67,7 +67,7 @@ void Variables::grow() {
 
 Variable& Variables::add_variable(Entry& entry, std::string_view name, std::uint32_t hash,
                                   const DimValue& value) {
-  records_.push_back({name, kFirstNumber + static_cast<int>(records_.size()), value, false});
+  records_.push_back({name, kFirstNumber + static_cast<int>(records_.size()), false, value});
   entry = {hash, static_cast<std::uint32_t>(records_.size())};
   return records_.back();
 }

@@ -15,8 +15,8 @@ namespace quantiverse {
 struct Variable {
   std::string_view name;  // in the call's text, exactly as written
   int number;             // from 201, never used again within a call
+  bool held;              // a request varies it: assignments leave it alone
   DimValue value;
-  bool held = false;  // a request varies it: assignments leave it alone
 };
 
 // The variables of one call, by name and by number. A record never moves and is only replaced in

@@ -1,10 +1,9 @@
 #include "text/stack_space.h"
 
-#include <pthread.h>
-
 #include <algorithm>
 #include <exception>
 
+#include "text/own_thread.h"
 #include "text/vectors.h"
 
 namespace quantiverse {
@@ -25,7 +24,7 @@ struct Call {
 
 }  // namespace
 
-void* StackSpace::run(void* data) {
+void StackSpace::run(void* data) {
   Call& call = *static_cast<Call*>(data);
   call.space.lowest_ = here() - (kFreshStack - kReserve);
   call.space.slack_ = kSlack;
@@ -34,7 +33,6 @@ void* StackSpace::run(void* data) {
   } catch (const std::exception&) {  // no exception may leave a thread
     nrerror(kNoStack);
   }
-  return nullptr;
 }
 
 // A fresh stack is that of a thread which is waited for at once, so nothing ever runs beside the
@@ -44,13 +42,7 @@ bool StackSpace::call(bool (*routine)(void*), void* argument) {
   const std::uintptr_t lowest_here = lowest_ - step;
   const std::uintptr_t slack_here = slack_ - step;
   Call call{*this, routine, argument, false};
-  pthread_attr_t attributes;
-  pthread_t thread;
-  if (pthread_attr_init(&attributes) != 0) nrerror(kNoStack);
-  const bool started = pthread_attr_setstacksize(&attributes, kFreshStack) == 0 &&
-                       pthread_create(&thread, &attributes, run, &call) == 0;
-  pthread_attr_destroy(&attributes);
-  if (!started || pthread_join(thread, nullptr) != 0) nrerror(kNoStack);
+  if (!run_on_own_thread(kFreshStack, run, &call)) nrerror(kNoStack);
   lowest_ = lowest_here;
   slack_ = slack_here;
   return call.result;

@@ -36,7 +36,7 @@ class StackSpace {
     return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
   }
   bool call(bool (*routine)(void*), void* argument);
-  static void* run(void* data);
+  static void run(void* data);
 
   std::uintptr_t lowest_ = 0;  // stacks grow downwards
   std::uintptr_t slack_ = 0;

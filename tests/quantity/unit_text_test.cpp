@@ -4,9 +4,11 @@
 
 #include <cmath>
 #include <random>
+#include <sstream>
 #include <string>
 
 #include "quantity/unit_expression.h"
+#include "support/cases.h"
 
 namespace quantiverse {
 namespace {
@@ -20,42 +22,23 @@ std::string rendered(const Exponents& exps, UnitSystem system) {
   return text.release();
 }
 
+// The exponents of "0 -1", the rest being zero.
+Exponents exponents(const std::string& text) {
+  Exponents exps{};
+  std::istringstream in(text);
+  std::string field;
+  for (std::size_t slot = 0; in >> field; ++slot) exps.at(slot) = number(field);
+  return exps;
+}
+
 TEST(UnitText, FourSystems) {
-  // Exponents of angle, time, mass, length, temperature, amount, difference, charge.
-  // clang-format off
-  const struct { Exponents exps; const char* text[4]; } cases[] = {
-      {{}, {"", "", "", ""}}, {{1}, {"rad", "rad", "rad", "rad"}},
-      {{0, -1}, {"/ s", "/ s", "/ s", "/ s"}},
-      {{0, 0, 1}, {"kg", "g", "lbf s^2 / ft", "lbf s^2 / in"}},
-      {{0, -2, 1, 1}, {"kg m / s^2", "g cm / s^2", "lbf", "lbf"}},
-      {{0, -2, 1, -1}, {"kg / m s^2", "g / cm s^2", "lbf / ft^2", "lbf / in^2"}},
-      {{0, -1, 0, 1}, {"m / s", "cm / s", "ft / s", "in / s"}},
-      {{0, -0.5, 0, 0.5}, {"m^0.5 / s^0.5", "cm^0.5 / s^0.5", "ft^0.5 / s^0.5", "in^0.5 / s^0.5"}},
-      {{0, 0, 0, 0, 0, 0, 1}, {"degKdiff", "degK", "degR", "degF"}},
-      {{0, 0, 0, 0, 2, 0, 3},
-       {"degK^2 degKdiff^3", "degK^2 degK^3", "degR^2 degR^3", "degR^2 degF^3"}},
-      {{0, -2, 1, 2, -1},
-       {"kg m^2 / s^2 degK", "g cm^2 / s^2 degK", "lbf ft / degR", "lbf in / degR"}},
-      {{1, 1, 1, 1, 1, 1, 1, 1}, {"kg m rad s degK mol degKdiff C", "g cm rad s degK mol degK C",
-                                  "lbf rad s^3 degR mol degR C", "lbf rad s^3 degR mol degF C"}},
-      {{-1, -1, -1, -1, -1, -1, -1, -1},
-       {"/ kg m rad s degK mol degKdiff C", "/ g cm rad s degK mol degK C",
-        "/ lbf rad s^3 degR mol degR C", "/ lbf rad s^3 degR mol degF C"}},
-      // How an exponent is written: "%d" while it is whole and fits, "%g" otherwise.
-      {{0, 1 / 3.0}, {"s^0.333333", "s^0.333333", "s^0.333333", "s^0.333333"}},
-      {{0, 2147483647}, {"s^2147483647", "s^2147483647", "s^2147483647", "s^2147483647"}},
-      {{0, -3e9}, {"/ s^3e+09", "/ s^3e+09", "/ s^3e+09", "/ s^3e+09"}},
-      {{0, 1.0000001}, {"s^1", "s^1", "s^1", "s^1"}},
-      {{0, 1e-300}, {"s^1e-300", "s^1e-300", "s^1e-300", "s^1e-300"}},
-  };
-  // clang-format on
-  for (const auto& c : cases) {
+  for (const Case& c : cases("quantity/unit_text.txt", "four systems", 5)) {
     for (std::size_t i = 0; i < 4; ++i) {
-      EXPECT_EQ(rendered(c.exps, kSystems[i]), c.text[i]);
+      EXPECT_EQ(rendered(exponents(c[0]), kSystems[i]), c[i + 1]);
       TextBuf behind;
       behind.append_text("'");
-      render_units(behind, c.exps, kSystems[i]);
-      EXPECT_EQ(behind.text(), "'" + std::string(c.text[i]));
+      render_units(behind, exponents(c[0]), kSystems[i]);
+      EXPECT_EQ(behind.text(), "'" + c[i + 1]);
     }
   }
 }
@@ -117,22 +100,10 @@ class Exceptions : public testing::Test {
 
 TEST_F(Exceptions, TheFirstOfExactlyTheDimensionWins) {
   use({" kN ", "lbf", "nosuch", "mm", "rad m", "degC", "mol", "rev/s"});
-  const struct {
-    Exponents exps;
-    const char* text;
-  } cases[] = {{{0, -2, 1, 1}, " kN "},
-               {{0, -1, 1, 1}, "kg m / s"},
-               {{0, 0, 0, 1}, "mm"},
-               {{0, 0, 0, 1 + 0.9e-5}, "mm"},
-               {{0, 0, 0, 1 + 1.1e-5}, "m^1.00001"},
-               {{1, 0, 0, 1}, "rad m"},  // angle and amount count here
-               {{0, 0, 0, 1, 0, 1}, "m mol"},
-               {{0, 0, 0, 0, 1}, "degC"},
-               {{0, 0, 0, 0, 0, 0, 1}, "degKdiff"},  // and the two temperatures are two
-               {{1, -1}, "rev/s"},
-               {{}, ""}};
   for (int round = 0; round < 2; ++round) {  // a dimension that is known by now, too
-    for (const auto& c : cases) EXPECT_EQ(output(c.exps), c.text);
+    for (const Case& c : cases("quantity/unit_text.txt", "exceptions", 2)) {
+      EXPECT_EQ(output(exponents(c[0])), c[1]);
+    }
   }
   EXPECT_EQ(message({}), "Dimensionless");
   EXPECT_EQ(message({1}), "rad");

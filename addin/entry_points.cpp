@@ -6,6 +6,7 @@
 #include "addin/addin_state.h"
 #include "addin/excel_call.h"
 #include "addin/return_block.h"
+#include "addin/structured_guard.h"
 #include "addin/worksheet_function.h"
 #include "addin/workspace.h"
 #include "addin/xlapp.h"
@@ -28,7 +29,7 @@ template <XlRecord Record, typename Body>
 Record* Enter(Body body) {
   CXlOper result;
   try {
-    SetResult(result, body(result));
+    RunGuarded([&] { SetResult(result, body(result)); });
   } catch (const CXlRuntimeException& exception) {
     CXllApp* const app = CXllApp::Instance();
     if (app != nullptr) {

@@ -2,7 +2,9 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "addin/string_resources.h"
 #include "addin/xlcall.h"
 
 // All that the add-in asks of Excel and of the system below it.
@@ -36,6 +38,13 @@ CXlHost& PlatformHost();
 // A character that the code page lacks becomes "?", never one that only looks like it.
 std::string NarrowText(std::u16string_view wide);
 std::u16string WideText(std::string_view narrow);
+
+// The language that the thread's user reads; English where threads have none.
+std::uint16_t ThreadLanguage();
+
+// The add-in file's own strings of this number, one a language, in the order of the file. An empty
+// one counts as none. The texts stay as long as the file is loaded.
+std::vector<StringResource> ModuleStrings(std::uint32_t id);
 
 // A pointer for every thread, null until set.
 struct ThreadSlot {

@@ -6,6 +6,8 @@
 #include <type_traits>
 
 #include "addin/host.h"
+#include "addin/message_table.h"
+#include "addin/structured_guard.h"
 
 // Where there is no Excel, a program that stands in for it exports the same names.
 namespace quantiverse {
@@ -89,6 +91,14 @@ std::u16string WideText(std::string_view narrow) {
   return wide;
 }
 
+std::uint16_t ThreadLanguage() { return kEnglish; }
+
+// Files have no resources here. The messages in English are data of the program.
+std::vector<StringResource> ModuleStrings(std::uint32_t id) {
+  if (id < kMessageResourceBase || id - kMessageResourceBase >= kMessageCount) return {};
+  return {{kEnglish, id, ResourceMessage(id - kMessageResourceBase)}};
+}
+
 bool ThreadSlot::Allocate(void (*on_thread_end)(void* pointer)) {
   static_assert(sizeof(pthread_key_t) <= sizeof key);
   pthread_key_t created = 0;
@@ -106,5 +116,7 @@ void* ThreadSlot::Get() const { return allocated ? pthread_getspecific(key) : nu
 bool ThreadSlot::Set(void* pointer) const {
   return allocated && pthread_setspecific(key, pointer) == 0;
 }
+
+void RunGuarded(void (*body)(void* argument), void* argument) { body(argument); }
 
 }  // namespace quantiverse

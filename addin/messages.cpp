@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "addin/addin_state.h"
@@ -111,8 +112,8 @@ std::basic_string<Char> Widened(std::string_view ascii) {
   return {ascii.begin(), ascii.end()};
 }
 
-// Null where the built-in text has to serve.
-const char16_t* FindMessage(unsigned number) {
+// Nothing where the built-in text has to serve.
+std::optional<std::u16string_view> FindMessage(unsigned number) {
   const StringResources& resources = State().resources;
   return resources.Find(resources.Language(), kMessageResourceBase + number);
 }
@@ -129,15 +130,15 @@ std::u16string FormatV(const char16_t* format, std::span<const char16_t* const> 
 
 bool MessageText(unsigned number, std::string& out) {
   if (number >= kMessageCount) return false;
-  const char16_t* resource = FindMessage(number);
-  out = resource != nullptr ? NarrowText(resource) : std::string(BuiltInMessage(number));
+  const auto resource = FindMessage(number);
+  out = resource.has_value() ? NarrowText(*resource) : std::string(BuiltInMessage(number));
   return true;
 }
 
 bool MessageText(unsigned number, std::u16string& out) {
   if (number >= kMessageCount) return false;
-  const char16_t* resource = FindMessage(number);
-  out = resource != nullptr ? std::u16string(resource) : WideText(BuiltInMessage(number));
+  const auto resource = FindMessage(number);
+  out = resource.has_value() ? std::u16string(*resource) : WideText(BuiltInMessage(number));
   return true;
 }
 

@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "addin/addin_state.h"
-#include "addin/language_table.h"
 #include "addin/workspace.h"
 
 namespace quantiverse {
@@ -64,37 +63,29 @@ Reference ReadReference(std::basic_string_view<Char> text) {
   return reference;
 }
 
-std::uint16_t LanguageOfCountry(int country) {
-  const StringResources& resources = State().resources;
-  if (country == 0) return resources.Language();  // languages may have none too
-  for (const StringResource& row : resources.rows) {
-    if (CountryOfLanguage(row.language) == country) return row.language;
-  }
-  if (CountryOfLanguage(kEnglish) == country) return kEnglish;  // that of the messages
-  return resources.Language();
-}
-
 std::uint16_t ExcelsLanguage() {
   std::optional<std::uint16_t>& language = State().registration.excels_language;
   if (!language.has_value()) {
     CXlOper country;
+    const bool is_known = GetWorkspaceItem(kWorkspaceCountry, country);
+    const StringResources& resources = State().resources;
     language =
-        LanguageOfCountry(GetWorkspaceItem(kWorkspaceCountry, country) ? country.ToInt() : 0);
+        resources.FindLanguageOf(is_known ? country.ToInt() : 0).value_or(resources.Language());
   }
   return *language;
 }
 
-// Null if there is no such string.
-const char16_t* FindString(const Reference& reference) {
+// Nothing if there is no such string.
+std::optional<std::u16string_view> FindString(const Reference& reference) {
   constexpr std::uint64_t kLargest = std::numeric_limits<std::uint32_t>::max();
-  if (!reference.id.has_value() || *reference.id > kLargest) return nullptr;
+  if (!reference.id.has_value() || *reference.id > kLargest) return {};
   const StringResources& resources = State().resources;
   return resources.Find(reference.in_excels_language ? ExcelsLanguage() : resources.Language(),
                         static_cast<std::uint32_t>(*reference.id));
 }
 
-void AppendWide(std::u16string& out, const char16_t* text) { out += text; }
-void AppendWide(std::string& out, const char16_t* text) { out += NarrowText(text); }
+void AppendWide(std::u16string& out, std::u16string_view text) { out += text; }
+void AppendWide(std::string& out, std::u16string_view text) { out += NarrowText(text); }
 
 template <typename Char>
 bool Expand(std::basic_string_view<Char> text, std::basic_string<Char>& out) {
@@ -106,8 +97,8 @@ bool Expand(std::basic_string_view<Char> text, std::basic_string<Char>& out) {
     if (hash == text.npos) break;
     text.remove_prefix(hash);
     const Reference reference = ReadReference(text);
-    if (const char16_t* const string = FindString(reference)) {
-      AppendWide(expanded, string);
+    if (const auto string = FindString(reference); string.has_value()) {
+      AppendWide(expanded, *string);
     } else {
       expanded += text.substr(0, reference.length);
       if (reference.id.has_value()) found_all = false;

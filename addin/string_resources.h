@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
+#include <string_view>
 
-// The module's string resources by language, as data that every platform reads alike.
+// The add-in's string resources by language.
 namespace quantiverse {
 
 // A language has its primary language in the low ten bits, its variety above them.
@@ -13,21 +15,24 @@ inline constexpr std::uint16_t kEnglish = 0x0409;
 struct StringResource {
   std::uint16_t language;
   std::uint32_t id;
-  const char16_t* text;
+  std::u16string_view text;
 };
 
-// The strings of the module; a part of the add-in's state.
+// What is told of the string resources; a part of the add-in's state.
 struct StringResources {
-  // In the module's order. The messages in English need no row.
+  // Strings besides those of the module, before them in its order.
   std::span<const StringResource> rows = {};
   // Set at most once, at start-up; neutral for none.
   std::uint16_t language_override = kNeutralLanguage;
 
-  // The override, or else the language of the thread: English, where threads have none.
+  // The override, or else the language of the thread.
   [[nodiscard]] std::uint16_t Language() const;
   // The text in `language`, else in the first with the same primary language, else in the neutral
-  // one, else in English if it is a message; null if there is none.
-  [[nodiscard]] const char16_t* Find(std::uint16_t language, std::uint32_t id) const;
+  // one, else in English if it is a message.
+  [[nodiscard]] std::optional<std::u16string_view> Find(std::uint16_t language,
+                                                        std::uint32_t id) const;
+  // The first language with texts whose country is this one; 0 is none's.
+  [[nodiscard]] std::optional<std::uint16_t> FindLanguageOf(int country) const;
 };
 
 }  // namespace quantiverse

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 
 #include "addin/addin_state.h"
@@ -103,6 +105,35 @@ TEST(Messages, EveryTextIsAGoodFormat) {
   EXPECT_EQ(text, "kept");
 }
 
+// The placeholders of a format, "{0}{1}" of "from {1} to {0}".
+std::u16string PlacesOf(std::u16string_view format) {
+  std::u16string places;
+  for (char16_t digit = u'0'; digit <= u'9'; ++digit) {
+    const std::u16string place = {u'{', digit, u'}'};
+    if (format.find(place) != format.npos) places += place;
+  }
+  return places;
+}
+
+TEST(Messages, InGermanTakeTheSameArguments) {
+  const struct {
+    unsigned number;
+    std::u16string_view text;
+  } german[] = {
+#define QV_MESSAGE(number, text) {number, u##text},
+#include "addin/windows/messages_german.inc"
+#undef QV_MESSAGE
+  };
+  ASSERT_EQ(std::size(german), kMessageCount);
+  for (unsigned i = 0; i < kMessageCount; ++i) {
+    const std::u16string_view english = ResourceMessage(i);
+    EXPECT_EQ(german[i].number, i);
+    EXPECT_EQ(PlacesOf(german[i].text), PlacesOf(english)) << i;
+    EXPECT_EQ(std::ranges::count(german[i].text, u'\n'), std::ranges::count(english, u'\n')) << i;
+    EXPECT_EQ(german[i].text == english, i == 0) << i;
+  }
+}
+
 // A row of the messages in English is id 53248 + number.
 TEST(Messages, ComeFromTheResourcesOfTheLanguage) {
   constexpr std::uint16_t kGerman = 0x0407;
@@ -124,7 +155,8 @@ TEST(Messages, ComeFromTheResourcesOfTheLanguage) {
       {kFrench, 53253, u"number"},    // English is for all that have nothing better
       {kFrench, 53255, u"*"},
       {kEnglish, 53255, u"string"},
-      {kEnglish, 53252, u"truth"},
+      {kEnglish, 53252, u"boolean"},  // the very language, wherever it stands
+      {0x0809, 53252, u"truth"},
       {kEnglish, 53248 + 49,
        u"The following functions in {0} failed to register:\n{1}\n"
        u"Do you wish to continue loading the add-in?"},
@@ -133,8 +165,7 @@ TEST(Messages, ComeFromTheResourcesOfTheLanguage) {
   };
   const StringResources resources{rows, kNeutralLanguage};
   for (const auto& c : cases) {
-    const char16_t* text = resources.Find(c.language, c.id);
-    EXPECT_EQ(std::u16string(text != nullptr ? text : u"none"), c.text) << c.language << c.id;
+    EXPECT_EQ(resources.Find(c.language, c.id).value_or(u"none"), c.text) << c.language << c.id;
   }
 
   std::string narrow;

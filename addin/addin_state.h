@@ -1,12 +1,13 @@
 #pragma once
 
 #include <atomic>
-#include <mutex>
 
 #include "addin/app_state.h"
+#include "addin/com_state.h"
 #include "addin/host.h"
 #include "addin/registration_state.h"
 #include "addin/services/events.h"
+#include "addin/spin_lock.h"
 #include "addin/string_resources.h"
 #include "addin/xlcall.h"
 
@@ -35,7 +36,7 @@ struct LocaleLetters {
 // The return block of every thread that has one.
 struct ReturnBlocks {
   ThreadSlot slot;
-  std::mutex lock;  // of the list
+  SpinLock lock;  // of the list
   XlReturnBlock* first = nullptr;
 };
 
@@ -47,6 +48,7 @@ struct AddinState {
   RegistrationState registration;
   CXlStaticObservers static_observers;
   AppState app;
+  ComState com;
 };
 
 AddinState& State();

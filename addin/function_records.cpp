@@ -9,8 +9,9 @@ namespace {
 // the function is thread-safe, the result's letter, the arguments, a second list, 3, and fields
 // that are the same in all records.
 
-// The last constructed comes first in Excel.
-const XlStaticFunctionRecord kQuantiverse{{
+// The last constructed comes first in Excel. Those of other files are constructed behind these,
+// whichever order a system goes through files in: hence the priority, which is early.
+[[gnu::init_priority(1000)]] const XlStaticFunctionRecord kQuantiverse{{
     .export4 = "Quantiverse_4",
     .export12 = "Quantiverse_12",
     .types4 = "RBCC",
@@ -31,7 +32,7 @@ const XlStaticFunctionRecord kQuantiverse{{
                   u"},{},3,,0,0,,,,0,0}",
 }};
 
-const XlStaticFunctionRecord kQuantiverseMacro{{
+[[gnu::init_priority(1000)]] const XlStaticFunctionRecord kQuantiverseMacro{{
     .export4 = "Quantiverse_Macro_4",
     .export12 = "Quantiverse_Macro_12",
     .types4 = "R",
@@ -44,7 +45,7 @@ const XlStaticFunctionRecord kQuantiverseMacro{{
         u"{Quantiverse_Macro,,,Calls the Quantiverse() function.,14,2,1,U,{},{},3,,0,0,,,,0,0}",
 }};
 
-const XlStaticFunctionRecord kRibbonCallback{{
+[[gnu::init_priority(1000)]] const XlStaticFunctionRecord kRibbonCallback{{
     .export4 = "RibbonCallback_4",
     .export12 = "RibbonCallback_12",
     .types4 = "RJCCJCCA",

@@ -239,7 +239,8 @@ bool CXlFunctions::RegisterFunctions() {
   return all_done;
 }
 
-bool CXlFunctions::RegisterOne(CXlFunctionRegistration& registration, const CXlOper& file_name) {
+bool CXlFunctions::RegisterOne(CXlFunctionRegistration& registration,
+                               const CXlOper& file_name) const {
   const std::optional<XlMode> form = FormOf(registration);
   if (!form.has_value() || !IsForRunningVersion(registration)) return true;
   const std::u16string topic = HelpTopicOf(registration);
@@ -257,21 +258,41 @@ bool CXlFunctions::RegisterOne(CXlFunctionRegistration& registration, const CXlO
 
 void CXlFunctions::UnregisterFunctions() {
   const CXlOper file_name = site_.FileName();
+  for (CXlFunctionRegistration& registration : all_) UnregisterOne(registration, file_name);
+}
+
+void CXlFunctions::UnregisterOne(CXlFunctionRegistration& registration, const CXlOper& file_name) {
   CXlOper dropped;
-  for (CXlFunctionRegistration& registration : all_) {
-    const XlMode form = FormOf(registration).value_or(XlMode::kRunning);
-    const CXlOper name = registration.name;
-    if (registration.register_id != 0.0) {
-      const CXlOper id = registration.register_id;
-      ExcelV(dropped, form, xlfUnregister, {&id});
-      registration.register_id = 0.0;
-    }
-    ExcelV(dropped, form, xlfSetName, {&name});
-    registration.registered = false;
-    // The name would stay callable. Registered as a hidden one, it no longer leads anywhere.
-    const CXlOper closing[] = {file_name, "xlAutoRemove", "J", name, XlMissing{}, 0.0};
-    RegisterExcel(dropped, form, xlfRegister, closing);
+  const XlMode form = FormOf(registration).value_or(XlMode::kRunning);
+  const CXlOper name = registration.name;
+  if (registration.register_id != 0.0) {
+    const CXlOper id = registration.register_id;
+    ExcelV(dropped, form, xlfUnregister, {&id});
+    registration.register_id = 0.0;
   }
+  ExcelV(dropped, form, xlfSetName, {&name});
+  registration.registered = false;
+  // The name would stay callable. Registered as a hidden one, it no longer leads anywhere.
+  const CXlOper closing[] = {file_name, "xlAutoRemove", "J", name, XlMissing{}, 0.0};
+  RegisterExcel(dropped, form, xlfRegister, closing);
+}
+
+bool CXlFunctions::AddAndRegister(CXlFunctionRegistration registration) {
+  auto found = Find(registration.name);
+  if (found == all_.end()) found = all_.insert(all_.end(), std::move(registration));
+  return found->registered || RegisterOne(*found, site_.FileName());
+}
+
+void CXlFunctions::Remove(std::u16string_view name) {
+  const auto found = Find(name);
+  if (found == all_.end()) return;
+  UnregisterOne(*found, site_.FileName());
+  all_.erase(found);
+}
+
+std::deque<CXlFunctionRegistration>::iterator CXlFunctions::Find(std::u16string_view name) {
+  return std::find_if(all_.begin(), all_.end(),
+                      [name](const auto& registration) { return registration.name == name; });
 }
 
 }  // namespace quantiverse

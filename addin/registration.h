@@ -4,6 +4,7 @@
 #include <deque>
 #include <map>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -115,12 +116,21 @@ class CXlFunctions {
   // Takes them back. What remains in Excel is a hidden name that does no harm.
   void UnregisterFunctions();
 
+  // One more after all others have gone to Excel: goes there at once. Where there is one of its
+  // name, that serves instead.
+  // false: Excel has refused it; it stays, not marked registered.
+  bool AddAndRegister(CXlFunctionRegistration registration);
+  // Takes the one of that name back, and forgets it. References to others are no longer valid.
+  void Remove(std::u16string_view name);
+
   // Where Excel finds the help for a function: "file!topic", empty if nowhere.
   [[nodiscard]] std::u16string HelpTopicOf(const CXlFunctionRegistration& registration) const;
 
  private:
   void AssignHelpIds();
-  bool RegisterOne(CXlFunctionRegistration& registration, const CXlOper& file_name);
+  bool RegisterOne(CXlFunctionRegistration& registration, const CXlOper& file_name) const;
+  static void UnregisterOne(CXlFunctionRegistration& registration, const CXlOper& file_name);
+  std::deque<CXlFunctionRegistration>::iterator Find(std::u16string_view name);
 
   IXlRegistrationSite& site_;
   std::deque<CXlFunctionRegistration> all_;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "addin/addin_state.h"
+#include "addin/com_impl.h"
 #include "addin/excel_call.h"
 #include "addin/messages.h"
 #include "addin/workspace.h"
@@ -80,8 +81,10 @@ void CXllApp::FindFile() {
 }
 
 void CXllApp::ConnectWizard() {
-  if (wizard_hook_ == nullptr || wizard_registry_ == nullptr) return;
+  if (wizard_registry_ == nullptr) return;
   if (!wizard_registry_->IsEnabled() || !wizard_registry_->WantsWizard()) return;
+  if (wizard_hook_ == nullptr) wizard_hook_ = PlatformWizardHook();
+  if (wizard_hook_ == nullptr) return;
   wizard_hook_->Connect(*wizard_registry_);
   wizard_hook_->Install();
 }
@@ -191,8 +194,24 @@ void CXllApp::NotifyRegisterFunctions() {
   events_.Get<CXlRegisterFunctionsEvent>().Fire(args);
 }
 
-// What there is of Excel's object model is only known to Windows.
-IXllCom* CXllApp::AttachCom() { return com_.get(); }
+// An attachment that failed is tried anew by the next who wants it. One that lacks the flow of
+// events alone is kept.
+IXllCom* CXllApp::AttachCom() {
+  const auto check = [](bool is_done, const XlComFailure& failure) {
+    if (is_done) return;
+    if (ComFailed(failure.result)) throw CXlComException(failure.text, failure.result);
+    throw CXlComException(failure.text);
+  };
+  XlComFailure failure;
+  if (com_ == nullptr) {
+    std::unique_ptr<IXllCom> com = MakeCom();
+    if (com == nullptr) return nullptr;
+    check(com->Init(failure), failure);
+    com_ = std::move(com);
+  }
+  check(com_->Connect(true, failure), failure);
+  return com_.get();
+}
 
 bool CXllApp::IsExcel12() const { return quantiverse::IsExcel12(); }
 std::u16string CXllApp::FilePath() const { return WideText(file_name_); }

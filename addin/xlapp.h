@@ -6,6 +6,7 @@
 
 #include "addin/dual_string.h"
 #include "addin/exceptions.h"
+#include "addin/platform_services.h"
 #include "addin/registration.h"
 #include "addin/services/com.h"
 #include "addin/services/events.h"
@@ -29,7 +30,10 @@ struct XlLocaleMarks {
 // the library goes. A derived class has its say where operations are virtual.
 //
 // All on Excel's main thread, but for OnException.
-class CXllApp : public IXlRegistrationSite, public IXlEventApp, public IXlpRibbonApp {
+class CXllApp : public IXlRegistrationSite,
+                public IXlEventApp,
+                public IXlEventReceiver,
+                public IXlpRibbonApp {
  public:
   CXllApp();
   ~CXllApp() override;
@@ -59,8 +63,7 @@ class CXllApp : public IXlRegistrationSite, public IXlEventApp, public IXlpRibbo
   virtual void OnException(CXlOper& result, const CXlRuntimeException& exception);
 
   // Excel's object model tells of an event.
-  // true: the event is cancelled.
-  virtual bool OnExcelEvent(int number, std::span<const XlEventArgument> arguments);
+  bool OnExcelEvent(int number, std::span<const XlEventArgument> arguments) override;
 
   // A control of the ribbon wants to know something; a value never assigned is no answer.
   virtual CXlOper OnRibbonCallback(const CXlRibbonCallback& callback);
@@ -84,10 +87,16 @@ class CXllApp : public IXlRegistrationSite, public IXlEventApp, public IXlpRibbo
   // To be set before the add-in is opened; otherwise it is the file beside the library that has
   // the ending ".chm".
   void SetHelpFile(std::string file) { help_file_ = std::move(file); }
+  // Before the add-in is opened.
   void SetWizardRegistry(std::unique_ptr<CXlWizExUIFunctionRegistry> registry) {
     wizard_registry_ = std::move(registry);
   }
+  // For a hook other than the system's, which comes of itself when the registry wants it.
   void SetWizardHook(std::unique_ptr<IXlWizardHook> hook) { wizard_hook_ = std::move(hook); }
+  // Null where Excel has no such dialog.
+  [[nodiscard]] const IXlFormulaWizardDetector* WizardDetector() const {
+    return wizard_detector_.get();
+  }
 
   // For registering and for the services.
   void NotifyRegisterFunctions() override;
@@ -128,10 +137,11 @@ class CXllApp : public IXlRegistrationSite, public IXlEventApp, public IXlpRibbo
   std::unique_ptr<IXllCom> com_;
   CXllEvents events_{*this};
   CXlpRibbon ribbon_{*this};
+  std::unique_ptr<IXlFormulaWizardDetector> wizard_detector_ = PlatformWizardDetector();
   XlLocaleMarks locale_marks_;
-  // Null where Excel's dialogs can't be extended.
-  std::unique_ptr<IXlWizardHook> wizard_hook_;
   std::unique_ptr<CXlWizExUIFunctionRegistry> wizard_registry_;
+  // Knows the registry. Null until it is wanted, and where Excel's dialogs can't be extended.
+  std::unique_ptr<IXlWizardHook> wizard_hook_;
 };
 
 }  // namespace quantiverse

@@ -5,8 +5,8 @@
 #include <string>
 #include <variant>
 
-// What the add-in wants of Excel's object model. Only Windows has one: elsewhere nothing implements
-// these, and whoever holds a pointer to one holds null.
+// What the add-in wants of Excel's object model. Only Windows has one: elsewhere there is nothing
+// to attach to, and whoever holds a pointer to an attachment holds null.
 namespace quantiverse {
 
 // A workbook, a sheet or a range, as far as the add-in asks.
@@ -40,7 +40,8 @@ class IXllCom {
   IXllCom& operator=(const IXllCom&) = delete;
   virtual ~IXllCom() = default;
 
-  // Finds the Application object. false: `failure` tells why; nothing is attached.
+  // Finds the Application object. Once for each attachment.
+  // false: `failure` tells why; nothing but destroying is left to do.
   virtual bool Init(XlComFailure& failure) = 0;
   // Starts or stops the flow of events; no change does nothing.
   virtual bool Connect(bool on, XlComFailure& failure) = 0;

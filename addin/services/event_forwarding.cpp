@@ -43,6 +43,12 @@ constexpr bool NumbersAscendBelow(int limit) {
 }
 static_assert(NumbersAscendBelow(kXlEventNumbers));
 
+template <typename Predicate>
+const XlEventRow* FindRow(Predicate is_sought) {
+  const auto* const found = std::find_if(std::begin(kEvents), std::end(kEvents), is_sought);
+  return found != std::end(kEvents) ? found : nullptr;
+}
+
 XlMacroArgument MacroArgument(char letter, const XlEventArgument& argument) {
   if (const bool* flag = std::get_if<bool>(&argument)) return *flag;
   const IXlComObject* const object = std::get<const IXlComObject*>(argument);
@@ -71,10 +77,11 @@ class AlertsOff {
 }  // namespace
 
 const XlEventRow* FindEventRow(int number) {
-  const auto* const found =
-      std::find_if(std::begin(kEvents), std::end(kEvents),
-                   [number](const XlEventRow& row) { return row.number == number; });
-  return found != std::end(kEvents) ? found : nullptr;
+  return FindRow([number](const XlEventRow& row) { return row.number == number; });
+}
+
+const XlEventRow* FindEventRowOfDispatchId(int dispatch_id) {
+  return FindRow([dispatch_id](const XlEventRow& row) { return row.dispatch_id == dispatch_id; });
 }
 
 void CXlEventForwarding::SwitchOn(int number) {
@@ -107,8 +114,7 @@ bool CXlEventForwarding::CallEventMacro(int number, std::span<const XlEventArgum
 }
 
 std::u16string ObserverFunctionName(std::u16string_view path) {
-  const std::u16string_view file = FileOfPath(path);
-  return u"xll_" + WithUnderscores(file.substr(0, file.rfind(u'.'))) + u"_observer";
+  return u"xll_" + MacroBaseName(path) + u"_observer";
 }
 
 }  // namespace quantiverse

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
 
 #include "addin/services/com.h"
+#include "addin/services/event_receiver.h"
 
 // The road of an event that Excel's object model tells of: from the native notification to a macro,
 // or to the add-in's own observer function, which fires the event object (events.h). Observers are
@@ -27,9 +27,7 @@ struct XlEventRow {
 
 // Null if there is no such event.
 const XlEventRow* FindEventRow(int number);
-
-// An argument of a native notification. A null object has no name.
-using XlEventArgument = std::variant<const IXlComObject*, bool>;
+const XlEventRow* FindEventRowOfDispatchId(int dispatch_id);
 
 // What the events ask of the application.
 class IXlEventApp {

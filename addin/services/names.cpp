@@ -21,4 +21,9 @@ std::u16string WithUnderscores(std::u16string_view text, std::u16string_view all
   return name;
 }
 
+std::u16string MacroBaseName(std::u16string_view path) {
+  const std::u16string_view file = FileOfPath(path);
+  return WithUnderscores(file.substr(0, file.rfind(u'.')));
+}
+
 }  // namespace quantiverse

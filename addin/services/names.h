@@ -13,4 +13,7 @@ std::u16string_view FileOfPath(std::u16string_view path);
 // `allowed`. Letters of national alphabets don't count: a locale mustn't change a macro's name.
 std::u16string WithUnderscores(std::u16string_view text, std::u16string_view allowed = {});
 
+// What an add-in's macros have of its file's name: that without its extension, with underscores.
+std::u16string MacroBaseName(std::u16string_view path);
+
 }  // namespace quantiverse

@@ -7,7 +7,7 @@
 
 // Lists and buttons beside the arguments in Excel's own Function Arguments dialog. They are drawn
 // from outside by hooks on its windows, so only Windows has them: elsewhere nothing implements
-// these, and whoever holds a pointer to one holds null.
+// the hook, and whoever holds a pointer to one holds null.
 namespace quantiverse {
 
 // Tells the dialog from Excel's other windows.

@@ -16,9 +16,9 @@ IXlWizExUIFunction* CXlWizExUIFunctionRegistry::Find(std::string_view name) cons
   return found != functions_.end() ? found->second.get() : nullptr;
 }
 
-const XlWizardTrigger* CXlWizExUIFunctionRegistry::Trigger(int kind) const {
-  if (kind == 1) return &kListTrigger;
-  return kind == 2 ? &kButtonTrigger : nullptr;
+const XlWizardTrigger* CXlWizExUIFunctionRegistry::Trigger(XlWizardKind kind) const {
+  if (kind == XlWizardKind::kList) return &kListTrigger;
+  return kind == XlWizardKind::kButton ? &kButtonTrigger : nullptr;
 }
 
 void CXlWizExUIFunctionRegistry::Add(std::string name,

@@ -4,6 +4,7 @@
 
 #include <cstdarg>
 #include <deque>
+#include <functional>
 #include <initializer_list>
 #include <map>
 #include <set>
@@ -17,6 +18,13 @@
 #include "addin/xlcall.h"
 
 namespace quantiverse {
+
+// A thread of a test is about to end. Windows tells a library's entry of that, and a test has none.
+inline void EndThread() {
+#if defined(_WIN32)
+  DetachThreadsReturnBlock();
+#endif
+}
 
 // Values as text: a record, and a value with the generation of its form in front.
 template <typename Area>
@@ -124,6 +132,8 @@ class FakeHost : public CXlHost {
   // none fails with xlretFailed.
   std::map<int, std::deque<Answer>> answers;
   bool exports_callback12 = true;
+  // Told of every call but xlFree before it is answered.
+  std::function<void(int operation)> on_call = [](int) {};
 
   // Calls but xlFree since the last time, such as 'Excel4v 16386 intl: "12", 2048'.
   std::vector<std::string> TakeCalls() { return std::exchange(calls_, {}); }
@@ -170,6 +180,7 @@ class FakeHost : public CXlHost {
     if (operation != function) call += " intl";
     for (int i = 0; i < count; ++i) call += (i == 0 ? ": " : ", ") + Show(*arguments[i]);
     calls_.push_back(call);
+    on_call(operation);
 
     std::deque<Answer>& queue = answers[operation];
     if (queue.empty()) return xlretFailed;

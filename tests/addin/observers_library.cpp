@@ -28,6 +28,14 @@ const XlStaticFunctionRecord kForNewExcel{{
     .minimum_version = 15,
 }};
 
+// The host has no object model, on no system: it calls the observer function itself.
+struct NoObjectModel {
+  NoObjectModel() {
+    State().com.find_system = []() -> IXlComSystem* { return nullptr; };
+  }
+};
+const NoObjectModel kNoObjectModel;
+
 bool Ask(const std::u16string& text) {
   constexpr int kOkAndCancel = 1;
   return XlAlert(text, kOkAndCancel);

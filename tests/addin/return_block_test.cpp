@@ -94,6 +94,7 @@ TYPED_TEST(XlReturn, ExcelGivesItBackOrTheThreadEnds) {
         CXlOper value = "of a thread that ends";
         EXPECT_EQ(TestFixture::ShowReturned(value), "free \"of a thread that ends\"");
       }
+      EndThread();
     });
   }
   for (std::thread& thread : threads) thread.join();

@@ -24,21 +24,24 @@ class ThreadedHost : public CXlHost {
   Excel4vEntry* Excel4v() override { return nullptr; }
   MdCallBack12Entry* FindMdCallBack12() override {
     ++searches;
-    return [](int function, int, XLOPER12** arguments, XLOPER12* result) {
-      if (function == xlFree) {
-        FreeContents(*arguments[0]);
-        --out;
-      } else {
-        MakeText(u"15.0", *result);
-        ++out;
-      }
-      return xlretSuccess;
-    };
+    return Answer;
   }
   int ShowMessageBox(const char16_t*, const char16_t*, unsigned) override { return 0; }
 
   std::atomic<int> searches = 0;
   static inline std::atomic<int> out = 0;
+
+ private:
+  static int XLCALL_PASCAL Answer(int function, int, XLOPER12** arguments, XLOPER12* result) {
+    if (function == xlFree) {
+      FreeContents(*arguments[0]);
+      --out;
+    } else {
+      MakeText(u"15.0", *result);
+      ++out;
+    }
+    return xlretSuccess;
+  }
 };
 
 std::string Convert(double value, const std::pair<const char16_t*, const char16_t*>& units) {
@@ -82,6 +85,7 @@ TEST_F(Threads, ConvertAtOnceAsOneWould) {
         if (Convert(thread, conversions[row]) != expected[shown]) ++wrong;
       }
     }
+    EndThread();
   };
   // Threads come and go.
   for (int wave = 0; wave < 3; ++wave) {

@@ -58,6 +58,7 @@ class TestApp final : public CXllApp {
     if (throws) throw CXlOutOfRangeException();
   }
   void OnOpened() override { log.emplace_back("opened"); }
+  IXllCom* AttachCom() override { return nullptr; }  // there is no Excel to attach to
   CXlOper OnRibbonCallback(const CXlRibbonCallback& callback) override {
     if (callback.text == "error") throw CXlErrorException(XlError::kNotAvailable);
     if (callback.text == "text") throw CXlRuntimeException(std::u16string(u"Tem\u00E9 \u03A9"));

@@ -22,6 +22,8 @@ set(SEES_addin/services addin/services quantiverse ${SEES_text})
 set(SEES_addin addin ${SEES_addin/services})
 set(SEES_addin/windows addin/windows ${SEES_addin})
 set(SEES_host host)
+set(SEES_host/xlcall32 host)
+set(SEES_host/xlcall32 host)
 
 set(FOLDERS text quantity numerics language builtins quantiverse addin host)
 

@@ -14,7 +14,7 @@ option(QUANTIVERSE_COVERAGE "Instrument for coverage" OFF)
 
 add_library(qv_options INTERFACE)
 # The order of arithmetic is part of every result: no contraction, no x87.
-target_compile_options(qv_options INTERFACE
+set(cxx_options
   -Wall -Wextra -Wconversion -Wshadow
   # GCC 12 is wrong about overlaps inside its own std::string.
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
@@ -22,6 +22,8 @@ target_compile_options(qv_options INTERFACE
   # Values are copied right after they were written in smaller pieces, which makes wide loads wait.
   $<$<CXX_COMPILER_ID:GNU>:-fno-tree-slp-vectorize>
   $<$<BOOL:${QUANTIVERSE_WERROR}>:-Werror>)
+# The compiler of Windows' resources knows none of these.
+target_compile_options(qv_options INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:${cxx_options}>")
 if(QUANTIVERSE_SANITIZE)
   target_compile_options(qv_options INTERFACE
     -fsanitize=${QUANTIVERSE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

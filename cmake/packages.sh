@@ -15,6 +15,13 @@ packages_to_test="$packages_to_build
   libgtest-dev=gtest/gtest.h
   nlohmann-json3-dev=nlohmann/json.hpp
   pkg-config=pkg-config"
+# Debian's `wine` brings the 64-bit half; for the other see cmake/wine.sh.
+# shellcheck disable=SC2034  # read by ./test
+packages_to_test_windows="$packages_to_test
+  g++-mingw-w64-i686-posix=i686-w64-mingw32-g++-posix
+  g++-mingw-w64-x86-64-posix=x86_64-w64-mingw32-g++-posix
+  wine=wine
+  zip=zip"
 
 is_there() {
   case $1 in

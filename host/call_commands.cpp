@@ -7,6 +7,7 @@
 #include "host/call.h"
 #include "host/commands.h"
 #include "host/entry_points.h"
+#include "host/message_box.h"
 
 // Commands that call into the library.
 namespace quantiverse::host {
@@ -144,6 +145,7 @@ Json call_many(Host& host, const Json& arguments) {
   running.reserve(different.size());
   for (auto& count : different) {
     running.emplace_back([&host, &plan, &model, &count, times] {
+      const BoxWatch boxes;
       std::int64_t unlike = 0;
       for (int i = 0; i < times; ++i) {
         const auto returned = call_add_in(host, plan.callee, plan.arguments.slots());

@@ -1,28 +1,14 @@
 #include "host/entry_points.h"
 
 #include <cstdarg>
-#include <mutex>
-#include <string>
 
 #include "host/gateway.h"
-#include "host/text.h"
 
 using quantiverse::host::call_host;
 using quantiverse::host::kMostArguments4;
 using quantiverse::host::Record12;
 using quantiverse::host::Record4;
 using quantiverse::host::serving_host;
-
-namespace {
-
-constexpr int kYes = 6;
-constexpr int kNo = 7;
-
-std::string text_of(const char16_t* text) {
-  return text != nullptr ? quantiverse::host::from_utf16(text) : std::string();
-}
-
-}  // namespace
 
 int Excel4(int function, Record4* result, int count, ...) {
   if (serving_host() == nullptr) return quantiverse::host::kFailed;
@@ -37,16 +23,6 @@ int Excel4(int function, Record4* result, int count, ...) {
 int XLHOST_PASCAL Excel4v(int function, Record4* result, int count, Record4** arguments) {
   if (serving_host() == nullptr) return quantiverse::host::kFailed;
   return call_host(*serving_host(), "Excel4v", function, result, count, arguments);
-}
-
-int XlHostMessageBox(const char16_t* text, const char16_t* title, unsigned flags) {
-  if (serving_host() == nullptr) return 0;
-  auto& host = *serving_host();
-  const std::lock_guard lock(host.mutex);
-  const bool answer = host.dialogs.next_answer();
-  host.dialogs.shown.push_back(
-      {{"text", text_of(text)}, {"title", text_of(title)}, {"flags", flags}, {"answer", answer}});
-  return answer ? kYes : kNo;
 }
 
 extern "C" int XLHOST_PASCAL XlHostCallBack12(int function, int count, Record12** arguments,

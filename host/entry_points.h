@@ -7,7 +7,6 @@ extern "C" {
 XLHOST_EXPORT int Excel4(int function, quantiverse::host::Record4* result, int count, ...);
 XLHOST_EXPORT int XLHOST_PASCAL Excel4v(int function, quantiverse::host::Record4* result, int count,
                                         quantiverse::host::Record4** arguments);
-XLHOST_EXPORT int XlHostMessageBox(const char16_t* text, const char16_t* title, unsigned flags);
 }
 
 namespace quantiverse::host {

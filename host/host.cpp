@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "host/call.h"
+#include "host/text.h"
 
 namespace quantiverse::host {
 
@@ -10,6 +11,15 @@ bool Dialogs::next_answer() {
   if (answers.empty()) return true;
   const bool answer = answers.front();
   answers.pop_front();
+  return answer;
+}
+
+bool Dialogs::answer_box(std::u16string_view text, std::u16string_view title, unsigned flags) {
+  const bool answer = next_answer();
+  shown.push_back({{"text", from_utf16(text)},
+                   {"title", from_utf16(title)},
+                   {"flags", flags},
+                   {"answer", answer}});
   return answer;
 }
 

@@ -34,6 +34,9 @@ struct Dialogs {
 
   // The next answer that was queued; true if there is none.
   bool next_answer();
+  // A message box takes that answer, and is noted.
+  // flags: as Windows counts them, such as 52 for yes and no buttons and an exclamation mark.
+  bool answer_box(std::u16string_view text, std::u16string_view title, unsigned flags);
 };
 
 // What an add-in asked of the host. Equal calls in a row are one entry.

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-// All that the host asks of the system: libraries that come and go, and programs.
+// All that the host asks of the system, message boxes apart: libraries that come and go, and
+// programs.
 namespace quantiverse::host {
 
 class Library {
@@ -25,8 +27,12 @@ class Library {
   void* handle_ = nullptr;
 };
 
-// Goes on as the program `name` in the folder of this one, with the same arguments.
+// To be called first of all. Gives the program's arguments, in UTF-8; from then on the standard
+// streams carry bytes as they are.
+std::vector<std::string> start_program(int argc, char** argv);
+
+// Goes on as the program `name` in the folder of this one, with the same arguments and streams.
 // Returns only if that fails, with what the system says.
-std::string become_program(const std::string& name, char** arguments);
+std::string become_program(const std::string& name, char** argv);
 
 }  // namespace quantiverse::host

@@ -34,12 +34,14 @@ bool Library::unload() {
 
 void* Library::find(const char* name) const { return is_loaded() ? dlsym(handle_, name) : nullptr; }
 
-std::string become_program(const std::string& name, char** arguments) {
+std::vector<std::string> start_program(int argc, char** argv) { return {argv, argv + argc}; }
+
+std::string become_program(const std::string& name, char** argv) {
   std::error_code error;
   const auto self = std::filesystem::read_symlink("/proc/self/exe", error);
   if (error) return error.message();
   const std::string program = (self.parent_path() / name).string();
-  execv(program.c_str(), arguments);
+  execv(program.c_str(), argv);
   return program + ": " + std::strerror(errno);
 }
 

@@ -3,9 +3,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/commands.h"
 #include "host/entry_points.h"
+#include "host/library.h"
+#include "host/message_box.h"
 #include "host/text.h"
 
 // The program is built twice, with and without the export MdCallBack12. An export can't be taken
@@ -21,6 +24,8 @@ constexpr int kNewestVersion = 99;
 constexpr const char kUsage[] =
     "Usage: xlhost [--version N] [--release TEXT] [--no-callback12] [--file NAME] LIBRARY\n";
 
+using Words = std::vector<std::string>;
+
 struct CommandLine {
   Options options;
   bool has_callback12 = true;
@@ -34,19 +39,19 @@ std::optional<int> version_from(std::string_view text) {
 }
 
 // Takes the option at `i` with its value. false: it is none, or has none.
-bool take_option(int argc, char** argv, int& i, CommandLine& line) {
-  const std::string_view name = argv[i];
+bool take_option(const Words& words, std::size_t& i, CommandLine& line) {
+  const std::string& name = words[i];
   if (name == "--no-callback12") {
     line.has_callback12 = false;
     return true;
   }
-  if (++i == argc) return false;
+  if (++i == words.size()) return false;
   if (name == "--release") {
-    line.options.release = argv[i];
+    line.options.release = words[i];
   } else if (name == "--file") {
-    line.options.file = argv[i];
+    line.options.file = words[i];
   } else if (name == "--version") {
-    const auto version = version_from(argv[i]);
+    const auto version = version_from(words[i]);
     line.options.version = version.value_or(0);
     return version.has_value();
   } else {
@@ -55,13 +60,13 @@ bool take_option(int argc, char** argv, int& i, CommandLine& line) {
   return true;
 }
 
-std::optional<CommandLine> read_command_line(int argc, char** argv) {
+std::optional<CommandLine> read_command_line(const Words& words) {
   CommandLine line;
-  for (int i = 1; i < argc; ++i) {
-    if (std::string_view(argv[i]).starts_with('-')) {
-      if (!take_option(argc, argv, i, line)) return std::nullopt;
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    if (words[i].starts_with('-')) {
+      if (!take_option(words, i, line)) return std::nullopt;
     } else if (line.options.library.empty()) {
-      line.options.library = argv[i];
+      line.options.library = words[i];
     } else {
       return std::nullopt;
     }
@@ -96,7 +101,7 @@ int settle(Host& host) {
 }
 
 int run(int argc, char** argv) {
-  const auto line = read_command_line(argc, argv);
+  const auto line = read_command_line(start_program(argc, argv));
   if (!line) {
     std::fputs(kUsage, stderr);
     return kCannotStart;
@@ -108,6 +113,7 @@ int run(int argc, char** argv) {
   }
   Host host(line->options);
   serving_host() = &host;
+  const BoxWatch boxes;
   std::string error;
   if (!host.library.load(host.options.library, error)) {
     complain("cannot load " + error);

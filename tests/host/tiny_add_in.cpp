@@ -1,8 +1,6 @@
 // An add-in for the tests of the host. Through `Ask` a script makes any call of Excel and sees what
 // comes of it; `Misuse` does what a faulty add-in would do.
 
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -12,6 +10,7 @@
 #include <vector>
 
 #include "host/xlcall.h"
+#include "tests/host/tiny_system.h"
 
 namespace {
 
@@ -31,19 +30,12 @@ Callback12* passed_callback = nullptr;
 bool runs_form12 = false;
 std::vector<double> registered_ids;
 
-template <class Function>
-Function* find_in_host(const char* name) {
-  return reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, name));
-}
-
 int call_excel(int function, Record4* result, std::vector<Record4*> arguments) {
-  using Entry = int(int, Record4*, int, Record4**);
-  return find_in_host<Entry>("Excel4v")(function, result, static_cast<int>(arguments.size()),
-                                        arguments.data());
+  return find_excel4v()(function, result, static_cast<int>(arguments.size()), arguments.data());
 }
 
 int call_excel(int function, Record12* result, std::vector<Record12*> arguments) {
-  auto* const exported = find_in_host<Callback12>("MdCallBack12");
+  auto* const exported = find_callback12();
   auto* const callback = exported != nullptr ? exported : passed_callback;
   if (callback == nullptr) return kFailed;
   return callback(function, static_cast<int>(arguments.size()), arguments.data(), result);
@@ -287,11 +279,9 @@ void* manager_info(const Record<Form>* action) {
 // The button that the user pressed.
 template <class Form>
 void* show_box(const typename Form::Char* text) {
-  using Box = int(const char16_t*, const char16_t*, unsigned);
   std::u16string wide;
   for (; *text != 0; ++text) wide += static_cast<char16_t>(*text);
-  const int button = find_in_host<Box>("XlHostMessageBox")(wide.c_str(), u"Tiny", 52);
-  return hand_back(number_record<Form>(button));
+  return hand_back(number_record<Form>(show_message_box(wide.c_str(), u"Tiny", 52)));
 }
 
 struct FunctionRow {
@@ -328,25 +318,25 @@ bool open_all() {
 
 extern "C" {
 
-#define EXPORT __attribute__((visibility("default")))
+#define EXPORT(type) XLHOST_EXPORT type XLHOST_PASCAL
 
-EXPORT int xlAutoOpen() {
+EXPORT(int) xlAutoOpen() {
   runs_form12 = find_version() >= kFirstOfForm12;
   return (runs_form12 ? open_all<Form12>() : open_all<Form4>()) ? 1 : 0;
 }
-EXPORT int xlAutoClose() {
+EXPORT(int) xlAutoClose() {
   runs_form12 ? unregister_all<Form12>() : unregister_all<Form4>();
   return 1;
 }
-EXPORT int xlAutoAdd() { return 2; }
-EXPORT int xlAutoRemove() { return 3; }
-EXPORT void SetExcel12EntryPt(Callback12* callback) { passed_callback = callback; }
-EXPORT void xlAutoFree(Record4* record) { free_contents(*record); }
-EXPORT void xlAutoFree12(Record12* record) { free_contents(*record); }
+EXPORT(int) xlAutoAdd() { return 2; }
+EXPORT(int) xlAutoRemove() { return 3; }
+EXPORT(void) SetExcel12EntryPt(Callback12* callback) { passed_callback = callback; }
+EXPORT(void) xlAutoFree(Record4* record) { free_contents(*record); }
+EXPORT(void) xlAutoFree12(Record12* record) { free_contents(*record); }
 
 #define EXPORT_BOTH(name, body, parameters4, parameters12, arguments) \
-  EXPORT void* name##4 parameters4 { return body<Form4> arguments; }  \
-  EXPORT void* name##12 parameters12 { return body<Form12> arguments; }
+  EXPORT(void*) name##4 parameters4 { return body<Form4> arguments; } \
+  EXPORT(void*) name##12 parameters12 { return body<Form12> arguments; }
 
 EXPORT_BOTH(Codes, codes_of, (const char* text), (const char16_t* text), (text))
 EXPORT_BOTH(Box, show_box, (const char* text), (const char16_t* text), (text))
@@ -363,14 +353,14 @@ EXPORT_BOTH(Ask, ask,
              Record12* f, Record12* g),
             (code, {a, b, c, d, e, f, g}))
 
-EXPORT void* Twice4(double number) { return hand_back(number_record<Form4>(2 * number)); }
-EXPORT void* Twice12(double number) { return hand_back(number_record<Form12>(2 * number)); }
-EXPORT void* Misuse4(const char* how) { return misuse<Form4>(how); }
-EXPORT void* Misuse12(const char16_t* how) {
+EXPORT(void*) Twice4(double number) { return hand_back(number_record<Form4>(2 * number)); }
+EXPORT(void*) Twice12(double number) { return hand_back(number_record<Form12>(2 * number)); }
+EXPORT(void*) Misuse4(const char* how) { return misuse<Form4>(how); }
+EXPORT(void*) Misuse12(const char16_t* how) {
   std::string narrow;
   for (; *how != 0; ++how) narrow += static_cast<char>(*how);
   return misuse<Form12>(narrow);
 }
-EXPORT void* xlAddInManagerInfo(Record4* action) { return manager_info(action); }
-EXPORT void* xlAddInManagerInfo12(Record12* action) { return manager_info(action); }
+EXPORT(void*) xlAddInManagerInfo(Record4* action) { return manager_info(action); }
+EXPORT(void*) xlAddInManagerInfo12(Record12* action) { return manager_info(action); }
 }

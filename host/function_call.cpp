@@ -1,6 +1,5 @@
 #include "host/function_call.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -115,18 +114,21 @@ bool PreparedArguments::add_text(Letter letter, const Value& value) {
   const auto* text = value.as<std::string>();
   if (text == nullptr && !value.is<Nil>() && !value.is<Missing>()) return false;
   const std::string_view given = text != nullptr ? std::string_view(*text) : std::string_view();
-  const auto keep = [this](const auto& encoded) {
-    using Char = typename std::decay_t<decltype(encoded)>::value_type;
-    Char* const kept = memory_.allocate<Char>(encoded.size() + 1);  // ends in NUL
-    std::copy(encoded.begin(), encoded.end(), kept);
-    add_pointer(kept);
-  };
   if (letter == Letter::kWideText) {
-    keep(to_utf16(given));
+    add_encoded<char16_t>(given);
   } else {
-    keep(to_windows_1252(given));
+    add_encoded<char>(given);
   }
   return true;
+}
+
+template <class Char>
+void PreparedArguments::add_encoded(std::string_view text) {
+  const std::size_t size = encoded_size(text);
+  Char* const encoded = memory_.allocate<Char>(size + 1);
+  encode(text, std::span(encoded, size));
+  encoded[size] = 0;
+  add_pointer(encoded);
 }
 
 template <class Form>

@@ -56,6 +56,8 @@ class PreparedArguments {
  private:
   bool add_value(Letter letter, const Value& value);
   bool add_text(Letter letter, const Value& value);
+  template <class Char>
+  void add_encoded(std::string_view text);
   template <class Form>
   bool add_record(const Value& value);
   template <class Pointed>

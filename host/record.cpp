@@ -1,6 +1,7 @@
 #include "host/record.h"
 
 #include <algorithm>
+#include <span>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -19,16 +20,12 @@ bool fits(int number) {
 template <class Form>
 bool write_text(const std::string& text, Record<Form>& record, Memory& memory) {
   using Char = typename Form::Char;
-  std::basic_string<Char> encoded;
-  if constexpr (std::is_same_v<Form, Form4>) {
-    encoded = to_windows_1252(text).substr(0, Form::kLongestText);
-  } else {
-    encoded = to_utf16(text);
-  }
-  if (encoded.size() > Form::kLongestText) return false;
-  Char* const counted = memory.allocate<Char>(encoded.size() + 1);
-  counted[0] = static_cast<Char>(encoded.size());
-  std::copy(encoded.begin(), encoded.end(), counted + 1);
+  std::size_t size = encoded_size(text);
+  if (std::is_same_v<Form, Form4>) size = std::min(size, Form::kLongestText);
+  if (size > Form::kLongestText) return false;
+  Char* const counted = memory.allocate<Char>(size + 1);
+  counted[0] = static_cast<Char>(size);
+  encode(text, std::span(counted + 1, size));
   record.value.text = counted;
   record.type = kTypeText;
   return true;
@@ -109,9 +106,10 @@ template <class Form>
 bool read_text(const typename Form::Char* counted, Value& value) {
   if (counted == nullptr) return false;
   if constexpr (std::is_same_v<Form, Form4>) {
-    value.held = from_windows_1252({counted + 1, static_cast<unsigned char>(counted[0])});
+    value.held.template emplace<std::string>(
+        from_windows_1252({counted + 1, static_cast<unsigned char>(counted[0])}));
   } else {
-    value.held = from_utf16({counted + 1, counted[0]});
+    value.held.template emplace<std::string>(from_utf16({counted + 1, counted[0]}));
   }
   return true;
 }
@@ -131,14 +129,14 @@ bool read_array(const Record<Form>& record, Value& value) {
   const bool has_size = array.rows >= 1 && array.columns >= 1;
   if (array.elements == nullptr || !has_size) return false;
   if (std::int64_t{array.rows} * array.columns > kMostElements) return false;
-  Array read(array.rows, array.columns, {});
-  read.elements.resize(static_cast<std::size_t>(std::int64_t{array.rows} * array.columns));
-  for (std::size_t i = 0; i < read.elements.size(); ++i) {
-    const unsigned type = array.elements[i].type & kTypeMask;
+  const auto size = static_cast<std::size_t>(std::int64_t{array.rows} * array.columns);
+  auto& read = value.held.emplace<Array>(array.rows, array.columns, std::vector<Value>(size));
+  const Record<Form>* element = array.elements;
+  for (Value& place : read.elements) {
+    const unsigned type = element->type & kTypeMask;
     if ((type & (kTypeArray | kTypeReference | kTypeSingle)) != 0) return false;
-    if (!read_record(array.elements[i], read.elements[i])) return false;
+    if (!read_record(*element++, place)) return false;
   }
-  value.held = std::move(read);
   return true;
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <memory>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -14,24 +16,26 @@ namespace quantiverse::host {
 // What records point to. Each piece is a block of its own, so that a sanitizer sees a step beyond.
 class Memory {
  public:
-  // Of `count` objects, zeroed.
+  // Of `count` objects: records are zeroed, characters are to be written.
   template <class T>
   T* allocate(std::size_t count) {
-    Piece piece = std::make_unique<std::byte[]>(count * sizeof(T));
+    const std::size_t size = count * sizeof(T);
+    Piece piece = std::is_integral_v<T> ? std::make_unique_for_overwrite<std::byte[]>(size)
+                                        : std::make_unique<std::byte[]>(size);
     auto* const start = reinterpret_cast<T*>(piece.get());
-    // Most records point to a single text.
-    if (first_ == nullptr) {
-      first_ = std::move(piece);
-    } else {
-      others_.push_back(std::move(piece));
+    for (Piece& place : first_) {
+      if (place != nullptr) continue;
+      place = std::move(piece);
+      return start;
     }
+    others_.push_back(std::move(piece));
     return start;
   }
 
  private:
   using Piece = std::unique_ptr<std::byte[]>;
 
-  Piece first_;
+  std::array<Piece, 2> first_;  // the few that most records and calls have take no vector
   std::vector<Piece> others_;
 };
 
@@ -43,7 +47,7 @@ template <class Form>
 bool write_record(const Value& value, Record<Form>& record, Memory& memory);
 
 // Copies what `record` holds. Of areas only the first counts.
-// false: no value can be read from it, such as a text without a pointer.
+// false: no value can be read from it, such as a text without a pointer; `value` is of no use.
 template <class Form>
 bool read_record(const Record<Form>& record, Value& value);
 

@@ -65,19 +65,26 @@ bool is_ascii(auto text) {
   return std::all_of(text.begin(), text.end(), [](auto c) { return (c & ~0x7F) == 0; });
 }
 
+// The characters of `c`, which are one or two.
+void encode_character(char32_t c, auto put, char16_t) {
+  if (c < 0x10000) return put(static_cast<char16_t>(c));
+  put(static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)));
+  put(static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF)));
+}
+
+void encode_character(char32_t c, auto put, char) {
+  put(narrow_character(c));
+  // Windows takes a pair of surrogates for two characters that the code page lacks.
+  if (c >= 0x10000) put('?');
+}
+
 char upper_character(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 }  // namespace
 
 std::string from_utf16(std::u16string_view text) {
+  if (is_ascii(text)) return {text.begin(), text.end()};
   std::string out;
-  if (is_ascii(text)) {
-    out.resize(text.size());
-    std::transform(text.begin(), text.end(), out.begin(),
-                   [](char16_t c) { return static_cast<char>(c); });
-    return out;
-  }
-  out.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t c = text[i];
     if (c < 0x80) {
@@ -104,34 +111,33 @@ std::string from_windows_1252(std::string_view text) {
   return out;
 }
 
-std::u16string to_utf16(std::string_view text) {
-  std::u16string out;
-  if (is_ascii(text)) {
-    out.assign(text.begin(), text.end());
-    return out;
+std::size_t encoded_size(std::string_view text) {
+  if (is_ascii(text)) return text.size();
+  std::size_t size = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool goes_on = (byte & 0xC0) == 0x80;
+    size += goes_on ? 0 : byte < 0xF0 ? 1 : 2;
   }
-  out.reserve(text.size());
-  while (!text.empty()) {
-    const char32_t c = take_utf8(text);
-    if (c < 0x10000) {
-      out += static_cast<char16_t>(c);
-    } else {
-      out += static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10));
-      out += static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF));
-    }
-  }
-  return out;
+  return size;
 }
 
-std::string to_windows_1252(std::string_view text) {
-  std::string out;
-  // Windows takes a pair of surrogates for two characters that the code page lacks.
-  while (!text.empty()) {
-    const char32_t c = take_utf8(text);
-    out.append(c < 0x10000 ? 1 : 2, narrow_character(c));
+template <class Char>
+void encode(std::string_view text, std::span<Char> to) {
+  // Any character but those of ASCII has more bytes than it becomes characters.
+  if (to.size() == text.size()) {
+    std::copy(text.begin(), text.end(), to.begin());
+    return;
   }
-  return out;
+  std::size_t count = 0;
+  const auto put = [&](Char c) {
+    if (count < to.size()) to[count++] = c;
+  };
+  while (count < to.size() && !text.empty()) encode_character(take_utf8(text), put, Char());
 }
+
+template void encode(std::string_view, std::span<char>);
+template void encode(std::string_view, std::span<char16_t>);
 
 std::string upper_case(std::string_view text) {
   std::string out(text);

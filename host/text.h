@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -11,10 +13,14 @@ namespace quantiverse::host {
 std::string from_utf16(std::u16string_view text);
 std::string from_windows_1252(std::string_view text);
 
-// REQUIRES of both: `text` is UTF-8.
-std::u16string to_utf16(std::string_view text);
-// A character that the code page lacks becomes "?".
-std::string to_windows_1252(std::string_view text);
+// How many characters `text` becomes, in UTF-16 and in Windows-1252 alike.
+// REQUIRES: it is UTF-8.
+std::size_t encoded_size(std::string_view text);
+// Fills `to` with the first characters of `text`: UTF-16, or of `char` Windows-1252, where a
+// character that the code page lacks becomes "?".
+// REQUIRES: `to` is no longer than encoded_size(text).
+template <class Char>
+void encode(std::string_view text, std::span<Char> to);
 
 // Letters of ASCII only, as they are the only ones in names of functions and menus.
 std::string upper_case(std::string_view text);

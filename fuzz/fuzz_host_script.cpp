@@ -35,9 +35,9 @@ void put_back(Host& host) {
   static const auto menus = host.menus;
   host.registry = registry;
   host.menus = menus;
-  host.ledger = {};
+  host.ledger.clear();
   host.overrides.clear();
-  host.calls.clear();
+  host.calls.take();
   host.dialogs = {};
   host.selection = quantiverse::host::Area{};
   host.workspace = quantiverse::host::default_workspace();

@@ -10,16 +10,16 @@ using FreeEntry = void XLHOST_PASCAL(void* record);
 template <class Form>
 std::optional<Returned> copy_and_free(Host& host, const Callee& callee, void* pointer) {
   auto* const record = static_cast<Record<Form>*>(pointer);
-  Returned returned;
-  const bool is_readable = read_record(*record, returned.value);
+  std::optional<Returned> returned(std::in_place);
+  const bool is_readable = read_record(*record, returned->value);
   if ((record->type & kExcelFrees) != 0) {
-    const std::lock_guard lock(host.mutex);
     host.ledger.take_back(*record);
   } else if ((record->type & kAddInFrees) != 0 && callee.free_entry != nullptr) {
     reinterpret_cast<FreeEntry*>(callee.free_entry)(record);
-    returned.is_freed = true;
+    returned->is_freed = true;
   }
-  return is_readable ? std::optional(std::move(returned)) : std::nullopt;
+  if (!is_readable) returned.reset();
+  return returned;
 }
 
 }  // namespace
@@ -40,7 +40,7 @@ std::optional<Returned> call_add_in(Host& host, const Callee& callee, std::span<
 
 bool prepare(const Host& host, const Signature& signature, const std::vector<Argument>& arguments,
              PreparedArguments& prepared) {
-  const Argument left_out;
+  static const Argument left_out;
   for (std::size_t i = 0; i < signature.arguments.size(); ++i) {
     const Argument& given = i < arguments.size() ? arguments[i] : left_out;
     if (!given.value.is<Reference>()) {

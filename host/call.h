@@ -21,7 +21,7 @@ struct Callee {
 std::optional<Callee> find_callee(const Host& host, const char* name, Letter result);
 
 // Calls, copies the result and has it freed as it asks. Nothing if no record came back, or one that
-// no value can be read from. Takes the host's lock only to take back what the host has lent.
+// no value can be read from.
 std::optional<Returned> call_add_in(Host& host, const Callee& callee, std::span<const Slot> slots);
 
 // Converts arguments for a registered function; those that are left out get their defaults, and

@@ -1,5 +1,6 @@
 #include "host/gateway.h"
 
+#include <span>
 #include <utility>
 
 #include "host/operations.h"
@@ -10,6 +11,7 @@ namespace {
 // What the script wants of this call instead of its work, if anything.
 const Override* take_override(Host& host, int function) {
   if (host.overrides.empty()) return nullptr;
+  const std::lock_guard lock(host.mutex);
   for (const int key : {function, kAnyOperation}) {
     const auto found = host.overrides.find(key);
     const bool is_for_it = key == function || function != kFreeOperation;
@@ -52,6 +54,14 @@ Outcome carry_out(Host& host, int function, const std::vector<Value>& values, in
   return operation->handler(host, Arguments(values), form);
 }
 
+// Puts an answer into the ledger, if it has memory, and gives it to the add-in.
+template <class Form>
+void lend(Host& host, std::string_view operation, const Record<Form>& record, Memory&& memory,
+          Record<Form>& result) {
+  if (memory_of(record) != nullptr) host.ledger.hand_out(record, std::move(memory), operation);
+  result = record;
+}
+
 // The code of the call in the end: a result that the generation can't hold is a failure.
 template <class Form>
 int hand_out(Host& host, int function, const Outcome& outcome, Record<Form>* result) {
@@ -59,57 +69,70 @@ int hand_out(Host& host, int function, const Outcome& outcome, Record<Form>* res
   Memory memory;
   Record<Form> record{};
   if (!write_record(outcome.value, record, memory)) return kFailed;
-  if (memory_of(record) != nullptr) {
-    const Operation* const operation = find_operation(function);
-    const auto name = operation != nullptr ? operation->name : "an operation of no name";
-    host.ledger.hand_out(record, std::move(memory), name);
-  }
-  *result = record;
+  const Operation* const operation = find_operation(function);
+  lend(host, operation != nullptr ? operation->name : "an operation of no name", record,
+       std::move(memory), *result);
   return kSuccess;
 }
 
-void merge_last_two(Host& host) {
-  auto& calls = host.calls;
-  if (calls.size() < 2 || !calls.back().is_like(calls[calls.size() - 2])) return;
-  host.spare = std::move(calls.back().arguments);
-  host.spare.clear();
-  calls.pop_back();
-  ++calls.back().times;
+// The code of a call that is in the log by now.
+template <class Form>
+int answer(Host& host, LoggedCall& call, Record<Form>* result, int count,
+           Record<Form>** arguments) {
+  if (!read_arguments(count, arguments, call.arguments)) return kBadRecord;
+  const int function = call.request.function;
+  return hand_out(host, function, carry_out(host, function, call.arguments, Form::kNumber), result);
+}
+
+// The way of most calls: a constant that was asked for by the last call too. It takes no lock that
+// other threads want.
+// false: this isn't such a call, and nothing has been done.
+template <class Form>
+bool answer_once_more(Host& host, const Request& request, Record<Form>* result, int count,
+                      Record<Form>** arguments) {
+  const Operation* const operation = find_operation(request.function);
+  const bool may_be = operation != nullptr && operation->is_constant && host.overrides.empty() &&
+                      result != nullptr && count <= 1;
+  if (!may_be) return false;
+  Value argument;
+  if (count == 1 && (arguments[0] == nullptr || !read_record(*arguments[0], argument))) {
+    return false;
+  }
+  const std::span values(&argument, static_cast<std::size_t>(count));
+  const Outcome outcome = operation->handler(host, Arguments(values), Form::kNumber);
+  Memory memory;
+  Record<Form> record{};
+  if (outcome.code != kSuccess || !write_record(outcome.value, record, memory)) return false;
+  if (!host.calls.repeat(request, values, kSuccess)) return false;
+  lend(host, operation->name, record, std::move(memory), *result);
+  return true;
 }
 
 }  // namespace
 
 template <class Form>
-int call_host(Host& host, std::string_view entry, int function, Record<Form>* result, int count,
+int call_host(Host& host, EntryPoint entry, int function, Record<Form>* result, int count,
               Record<Form>** arguments) {
   constexpr bool is_form12 = Form::kNumber == kFirstOfForm12;
   constexpr int kMostArguments = is_form12 ? kMostArguments12 : kMostArguments4;
-  const std::lock_guard lock(host.mutex);
   if (is_form12 && !host.is_form12()) return kFailed;
   const bool is_count_good =
       count >= 0 && count <= kMostArguments && (count == 0 || arguments != nullptr);
-  const int operation = function & ~kIntl;
-  if (operation == kFreeOperation) {
+  const Request request = {function & ~kIntl, entry, (function & kIntl) != 0};
+  if (request.function == kFreeOperation) {
     return is_count_good ? take_back(host, count, arguments) : kBadCount;
   }
+  if (is_count_good && answer_once_more(host, request, result, count, arguments)) return kSuccess;
 
+  const std::lock_guard lock(host.mutex);
   // In the log from the start, ahead of the calls that it leads to.
-  LoggedCall& call = host.calls.emplace_back(
-      LoggedCall{operation, entry, (function & kIntl) != 0, std::move(host.spare)});
-  if (!is_count_good) {
-    call.code = kBadCount;
-  } else if (!read_arguments(count, arguments, call.arguments)) {
-    call.code = kBadRecord;
-  } else {
-    const Outcome outcome = carry_out(host, operation, call.arguments, Form::kNumber);
-    call.code = hand_out(host, operation, outcome, result);
-  }
-  const int code = call.code;
-  if (&host.calls.back() == &call) merge_last_two(host);
+  LoggedCall& call = host.calls.begin(request);
+  const int code = is_count_good ? answer(host, call, result, count, arguments) : kBadCount;
+  host.calls.end(call, code);
   return code;
 }
 
-template int call_host(Host&, std::string_view, int, Record<Form4>*, int, Record<Form4>**);
-template int call_host(Host&, std::string_view, int, Record<Form12>*, int, Record<Form12>**);
+template int call_host(Host&, EntryPoint, int, Record<Form4>*, int, Record<Form4>**);
+template int call_host(Host&, EntryPoint, int, Record<Form12>*, int, Record<Form12>**);
 
 }  // namespace quantiverse::host

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string_view>
-
 #include "host/host.h"
 
 namespace quantiverse::host {
@@ -10,7 +8,7 @@ namespace quantiverse::host {
 // done, or what the script wants instead, and the result handed out.
 // result: may be null; untouched unless the code is 0.
 template <class Form>
-int call_host(Host& host, std::string_view entry, int function, Record<Form>* result, int count,
+int call_host(Host& host, EntryPoint entry, int function, Record<Form>* result, int count,
               Record<Form>** arguments);
 
 }  // namespace quantiverse::host

@@ -23,11 +23,6 @@ bool Dialogs::answer_box(std::u16string_view text, std::u16string_view title, un
   return answer;
 }
 
-bool LoggedCall::is_like(const LoggedCall& other) const {
-  return function == other.function && entry == other.entry && is_intl == other.is_intl &&
-         code == other.code && arguments == other.arguments;
-}
-
 Host::Host(Options chosen)
     : options(std::move(chosen)),
       workbook(Sheet::of_version(options.version),

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/call_log.h"
 #include "host/json_value.h"
 #include "host/ledger.h"
 #include "host/library.h"
@@ -39,19 +40,6 @@ struct Dialogs {
   bool answer_box(std::u16string_view text, std::u16string_view title, unsigned flags);
 };
 
-// What an add-in asked of the host. Equal calls in a row are one entry.
-struct LoggedCall {
-  int function = 0;  // without the intl bit
-  std::string_view entry;
-  bool is_intl = false;
-  std::vector<Value> arguments;
-  int code = 0;
-  std::int64_t times = 1;
-
-  // Whether it says the same, however many times.
-  [[nodiscard]] bool is_like(const LoggedCall& other) const;
-};
-
 // What the next calls of an operation do instead of their work.
 struct Override {
   std::int64_t times = 0;
@@ -73,11 +61,11 @@ struct Host {
   Menus menus;
   Dialogs dialogs;
   Workbook workbook;
-  std::deque<LoggedCall> calls;  // since last asked
-  std::vector<Value> spare;      // empty; storage for the next one's arguments
+  CallLog calls;  // since last asked
   std::map<int, Override> overrides;
   std::vector<Value> workspace;
   std::optional<Area> selection = Area{};
+  // Of all that calls of add-ins change but for the ledger and the log, which lock for themselves.
   // Add-ins call from many threads; a formula's calculation calls from within a call.
   std::recursive_mutex mutex;
   // Last, so that it goes first: what a library does when it is unloaded still finds the rest.

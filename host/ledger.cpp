@@ -1,6 +1,6 @@
 #include "host/ledger.h"
 
-#include <algorithm>
+#include <map>
 #include <utility>
 
 namespace quantiverse::host {
@@ -26,10 +26,13 @@ std::string words(std::initializer_list<std::string_view> parts) {
 }  // namespace
 
 template <class Form>
-void Ledger::hand_out(const Record<Form>& record, Memory memory, std::string_view operation) {
-  Loan& loan = loans_[memory_of(record)];
+void Ledger::hand_out(const Record<Form>& record, Memory&& memory, std::string_view operation) {
+  const void* const block = memory_of(record);
+  Page& page = page_of(block);
+  const std::lock_guard lock(page.lock);
+  Loan& loan = page.loans[block];
   loan.memory = std::move(memory);
-  loan.number = ++handed_out_;
+  loan.number = ++last_number_;
   loan.form = Form::kNumber;
   loan.kind = kind_of(record.type);
   loan.operation = operation;
@@ -40,46 +43,82 @@ template <class Form>
 bool Ledger::take_back(const Record<Form>& record) {
   const void* const block = memory_of(record);
   if (block == nullptr) return true;
-  const auto found = loans_.find(block);
-  if (found == loans_.end()) {
-    faults_.push_back(words({"foreign free: this ", kind_of(record.type), " isn't Excel's"}));
-    return false;
+  Page& page = page_of(block);
+  const std::lock_guard lock(page.lock);
+  const auto found = page.loans.find(block);
+  if (found == page.loans.end()) {
+    return complain({"foreign free: this ", kind_of(record.type), " isn't Excel's"});
   }
   Loan& loan = found->second;
   if (!loan.is_out) {
-    faults_.push_back(words(
-        {"double free: the ", loan.kind, " that ", loan.operation, " gave came back once more"}));
-    return false;
+    return complain(
+        {"double free: the ", loan.kind, " that ", loan.operation, " gave came back once more"});
   }
   if (loan.form != Form::kNumber) {
-    faults_.push_back(words({"foreign free: the ", loan.kind, " that ", loan.operation,
-                             " gave came back as the other generation's"}));
-    return false;
+    return complain({"foreign free: the ", loan.kind, " that ", loan.operation,
+                     " gave came back as the other generation's"});
   }
   loan.memory = Memory();
   loan.is_out = false;
-  ++returned_;
+  ++page.returned;
   return true;
 }
 
 std::vector<std::string> Ledger::leaks() const {
-  std::vector<const Loan*> out;
-  for (const auto& [block, loan] : loans_) {
-    if (loan.is_out) out.push_back(&loan);
+  std::map<std::int64_t, std::string> sentences;
+  for (const Page& page : pages_) {
+    const std::lock_guard lock(page.lock);
+    for (const auto& [block, loan] : page.loans) {
+      if (!loan.is_out) continue;
+      sentences[loan.number] =
+          words({"leak: the ", loan.kind, " that ", loan.operation, " gave never came back"});
+    }
   }
-  std::sort(out.begin(), out.end(),
-            [](const Loan* a, const Loan* b) { return a->number < b->number; });
-  std::vector<std::string> sentences;
-  sentences.reserve(out.size());
-  for (const Loan* loan : out) {
-    sentences.push_back(
-        words({"leak: the ", loan->kind, " that ", loan->operation, " gave never came back"}));
-  }
-  return sentences;
+  std::vector<std::string> in_order;
+  in_order.reserve(sentences.size());
+  for (auto& [number, sentence] : sentences) in_order.push_back(std::move(sentence));
+  return in_order;
 }
 
-template void Ledger::hand_out(const Record<Form4>&, Memory, std::string_view);
-template void Ledger::hand_out(const Record<Form12>&, Memory, std::string_view);
+std::int64_t Ledger::returned() const {
+  std::int64_t count = 0;
+  for (const Page& page : pages_) {
+    const std::lock_guard lock(page.lock);
+    count += page.returned;
+  }
+  return count;
+}
+
+std::vector<std::string> Ledger::faults() const {
+  const std::lock_guard lock(faults_lock_);
+  return faults_;
+}
+
+void Ledger::clear() {
+  for (Page& page : pages_) {
+    const std::lock_guard lock(page.lock);
+    page.loans.clear();
+    page.returned = 0;
+  }
+  last_number_ = 0;
+  const std::lock_guard lock(faults_lock_);
+  faults_.clear();
+}
+
+Ledger::Page& Ledger::page_of(const void* block) {
+  // The last bits of an address are those within a block.
+  constexpr int kBitsOfBlock = 4;
+  return pages_[(reinterpret_cast<std::uintptr_t>(block) >> kBitsOfBlock) % kStripes];
+}
+
+bool Ledger::complain(std::initializer_list<std::string_view> parts) {
+  const std::lock_guard lock(faults_lock_);
+  faults_.push_back(words(parts));
+  return false;
+}
+
+template void Ledger::hand_out(const Record<Form4>&, Memory&&, std::string_view);
+template void Ledger::hand_out(const Record<Form12>&, Memory&&, std::string_view);
 template bool Ledger::take_back(const Record<Form4>&);
 template bool Ledger::take_back(const Record<Form12>&);
 

@@ -1,35 +1,42 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <initializer_list>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "host/record.h"
+#include "host/stripes.h"
 
 namespace quantiverse::host {
 
-// What the host handed out and the add-in has to give back through xlFree.
+// What the host handed out and the add-in has to give back through xlFree. Any thread, at once.
 class Ledger {
  public:
   // record:    what the add-in gets, already pointing into `memory`.
   // operation: what gave it, for complaints; a text that lives on.
   template <class Form>
-  void hand_out(const Record<Form>& record, Memory memory, std::string_view operation);
+  void hand_out(const Record<Form>& record, Memory&& memory, std::string_view operation);
 
   // Frees what `record` points to. A record that points to nothing is fine.
   // false: it isn't the host's to free, or no longer; noted as a fault.
   template <class Form>
   bool take_back(const Record<Form>& record);
 
-  [[nodiscard]] std::int64_t handed_out() const { return handed_out_; }
-  [[nodiscard]] std::int64_t returned() const { return returned_; }
+  [[nodiscard]] std::int64_t handed_out() const { return last_number_; }
+  [[nodiscard]] std::int64_t returned() const;
 
   // One sentence for each double or foreign free so far.
-  [[nodiscard]] const std::vector<std::string>& faults() const { return faults_; }
+  [[nodiscard]] std::vector<std::string> faults() const;
   // One sentence for each result that is still out, in the order in which they went.
   [[nodiscard]] std::vector<std::string> leaks() const;
+
+  // As if nothing had been handed out yet.
+  void clear();
 
  private:
   struct Loan {
@@ -41,11 +48,23 @@ class Ledger {
     bool is_out = false;
   };
 
-  // By the block that the record points to. Loans that came back stay until their address is used
-  // again: they tell a double free from a foreign one.
-  std::unordered_map<const void*, Loan> loans_;
-  std::int64_t handed_out_ = 0;
-  std::int64_t returned_ = 0;
+  // A page of the ledger, for its share of the addresses: different threads' blocks are apart, and
+  // so are nearly always on different pages.
+  struct alignas(kCacheLine) Page {
+    mutable BriefLock lock;
+    // By the block that the record points to. Loans that came back stay until their address is
+    // used again: they tell a double free from a foreign one.
+    std::unordered_map<const void*, Loan> loans;
+    std::int64_t returned = 0;
+  };
+
+  Page& page_of(const void* block);
+  // Always false.
+  bool complain(std::initializer_list<std::string_view> parts);
+
+  Stripes<Page> pages_;
+  std::atomic<std::int64_t> last_number_ = 0;
+  mutable std::mutex faults_lock_;
   std::vector<std::string> faults_;
 };
 

@@ -93,7 +93,7 @@ void answer_all(Host& host) {
 // What went wrong with memory, once nothing of the library is left to give any back.
 int settle(Host& host) {
   if (host.library.is_loaded()) host.library.unload();
-  const auto& faults = host.ledger.faults();
+  const auto faults = host.ledger.faults();
   const auto leaks = host.ledger.leaks();
   for (const auto& fault : faults) complain(fault);
   for (const auto& leak : leaks) complain(leak);

@@ -54,14 +54,16 @@ Outcome nothing_to_show(Host&, const Arguments&, int) { return success({true}); 
 // There are no servers of real-time data.
 Outcome no_server(Host&, const Arguments&, int) { return success({Error{kErrorNotAvailable}}); }
 
+constexpr bool kConstant = true;
+
 // clang-format off
 constexpr Operation kOperations[] = {
     {kFreeOperation, "xlFree",            nullptr},
     {16386,          "xlCoerce",          coerce},
-    {16393,          "xlGetName",         get_name},
-    {16392,          "xlGetHwnd",         get_window},
-    {244,            "xlfInfo",           info},
-    {186,            "xlfGetWorkspace",   get_workspace},
+    {16393,          "xlGetName",         get_name, kConstant},
+    {16392,          "xlGetHwnd",         get_window, kConstant},
+    {244,            "xlfInfo",           info, kConstant},
+    {186,            "xlfGetWorkspace",   get_workspace, kConstant},
     {94,             "xlfActiveCell",     active_cell},
     {106,            "xlfGetFormula",     get_formula},
     {185,            "xlfGetCell",        get_cell},

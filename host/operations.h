@@ -41,6 +41,8 @@ struct Operation {
   int code;
   std::string_view name;
   Handler* handler;  // null for xlFree, which works on the records themselves
+  // It answers from what no call changes, and takes no more than one argument.
+  bool is_constant = false;
 };
 
 inline constexpr int kFreeOperation = 16384;

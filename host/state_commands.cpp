@@ -41,6 +41,11 @@ Json set_override(Host& host, const Json& arguments, int code, std::optional<Val
   return ok();
 }
 
+const char* entry_name(EntryPoint entry) {
+  constexpr const char* kNames[] = {"Excel4", "Excel4v", "MdCallBack12"};
+  return kNames[static_cast<int>(entry)];
+}
+
 }  // namespace
 
 Json queue_answer(Host& host, const Json& arguments) {
@@ -76,10 +81,10 @@ Json menus(Host& host, const Json&) {
 
 Json calls(Host& host, const Json&) {
   Json list = Json::array();
-  for (const auto& call : std::exchange(host.calls, {})) {
-    const Json entry = {{"name", operation_name(call.function)},
-                        {"entry", call.entry},
-                        {"intl", call.is_intl},
+  for (const auto& call : host.calls.take()) {
+    const Json entry = {{"name", operation_name(call.request.function)},
+                        {"entry", entry_name(call.request.entry)},
+                        {"intl", call.request.is_intl},
                         {"args", list_of(call.arguments)},
                         {"code", call.code}};
     for (std::int64_t i = 0; i < call.times; ++i) list.push_back(entry);

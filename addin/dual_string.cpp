@@ -34,6 +34,18 @@ const char* CXlDualString::Narrow() const {
   return (flags_ & kOwnsNarrow) != 0 ? narrow_.c_str() : borrowed_narrow_;
 }
 
+void CXlDualString::AppendNarrow(std::string& text) const {
+  if ((flags_ & kNarrowIsValid) == 0) {
+    // Nearly all texts are ASCII, and need no code page.
+    const std::size_t start = text.size();
+    const char16_t* wide = Wide();
+    for (; *wide != 0 && *wide < 0x80; ++wide) text.push_back(static_cast<char>(*wide));
+    if (*wide == 0) return;
+    text.resize(start);
+  }
+  text += Narrow();
+}
+
 const char16_t* CXlDualString::Wide() const {
   if ((flags_ & kWideIsValid) == 0) {
     wide_ = WideText(Narrow());

@@ -22,6 +22,9 @@ class CXlDualString {
   [[nodiscard]] const char* Narrow() const;
   [[nodiscard]] const char16_t* Wide() const;
 
+  // The narrow form behind what is in `text`.
+  void AppendNarrow(std::string& text) const;
+
  private:
   // Null for the text that is owned.
   const char* borrowed_narrow_ = nullptr;

@@ -2,6 +2,8 @@
 
 #include <quantiverse/quantiverse.h>
 
+#include <string>
+
 #include "addin/xlcall.h"
 #include "addin/xloper.h"
 
@@ -10,12 +12,24 @@
 // the thread's next return does.
 namespace quantiverse {
 
+// What Excel calls its release, and the number in that. It says the same at every call.
+template <XlRecord Record>
+struct KnownRelease {
+  using Text = std::basic_string<typename XlForm<Record>::Char>;
+
+  Text text;
+  double number = 0.0;
+};
+
 struct XlReturnBlock {
   XLOPER result4{};
   XLOPER12 result12{};
   CXlOper common;                 // a value that bodies may return as theirs
   CXlOper missing;                // leaves an argument of a call out
-  Calculator calculator;          // its storage stays warm from call to call
+  KnownRelease<XLOPER> release4;  // as the last call was told
+  KnownRelease<XLOPER12> release12;
+  std::string line;               // what the calculator is asked; the storage of both stays
+  Calculator calculator;          // warm from call to call
   XlReturnBlock* next = nullptr;  // all blocks, for the day when the library goes
   XlReturnBlock* previous = nullptr;
 };

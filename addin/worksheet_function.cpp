@@ -3,7 +3,9 @@
 #include <quantiverse/quantiverse.h>
 
 #include <algorithm>
+#include <array>
 #include <string_view>
+#include <utility>
 
 #include "addin/addin_state.h"
 #include "addin/excel_call.h"
@@ -11,7 +13,6 @@
 #include "addin/return_block.h"
 #include "text/numbers.h"
 #include "text/scanner.h"
-#include "text/text_buf.h"
 
 namespace quantiverse {
 namespace {
@@ -66,23 +67,37 @@ void MarkFirstSpace(std::string& output, std::size_t start) {
   if (blank != std::string::npos) output[blank] = '&';
 }
 
-// "Release", counted as Excel counts texts. Every call of the function passes it, so it is borrowed
-// from here.
-CXlOper ReleaseItem() {
-  static constexpr char kNarrow[] = "\7Release";
-  static constexpr char16_t kWide[] = u"\7Release";
-  // Excel reads arguments only. NOLINTBEGIN(*-const-cast)
-  if (IsExcel12()) {
-    XLOPER12 record{};
-    record.val.str = const_cast<char16_t*>(kWide);
-    SetType(record, xltypeStr);
-    return CXlOper::Borrow(&record);
+int CallExcel(int function, XLOPER& result, XLOPER* argument) {
+  return Excel4v(function, &result, 1, &argument);
+}
+int CallExcel(int function, XLOPER12& result, XLOPER12* argument) {
+  return Excel12v(function, &result, 1, &argument);
+}
+
+// Every call of the function comes this way, so it is short: the item is ready, counted as Excel
+// counts texts, and an answer that is known goes back at once.
+template <XlRecord Record>
+double AskForRelease(const typename XlForm<Record>::Char* item, KnownRelease<Record>& known) {
+  Record argument{};
+  // Excel reads arguments only. NOLINTNEXTLINE(*-const-cast)
+  argument.val.str = const_cast<typename XlForm<Record>::Char*>(item);
+  SetType(argument, xltypeStr);
+  Record answer{};
+  if (CallExcel(xlfInfo, answer, &argument) != xlretSuccess) return 0.0;
+  if (TypeOf(answer) == xltypeStr && TextOf(answer) == known.text) {
+    FreeExcelResult(answer);
+    return known.number;
   }
-  XLOPER record{};
-  record.val.str = const_cast<char*>(kNarrow);
-  SetType(record, xltypeStr);
-  return CXlOper::Borrow(&record);
-  // NOLINTEND(*-const-cast)
+  CXlOper release;
+  release.TakeFromExcel(answer);
+  const double number = release.ToDouble();
+  if (release.IsString()) known = {typename KnownRelease<Record>::Text(TextOf(answer)), number};
+  return number;
+}
+
+double ReleaseOfExcel(XlReturnBlock& block) {
+  return IsExcel12() ? AskForRelease(u"\7Release", block.release12)
+                     : AskForRelease("\7Release", block.release4);
 }
 
 std::string UpperCase(std::string text) {
@@ -94,12 +109,14 @@ std::string UpperCase(std::string text) {
 
 }  // namespace
 
-std::string ConversionLine(double value, const char* in_units, const char* out_units) {
-  TextBuf line;
-  line.append_double(value);
-  line.append_three(" ", in_units, "; ");
-  line.append_text(out_units);
-  return line.release();
+void ConversionLine(double value, const CXlDualString& in_units, const CXlDualString& out_units,
+                    std::string& line) {
+  std::array<char, kFormattedDoubleSize> digits;
+  line.assign(digits.data(), format_double(value, digits));
+  line.push_back(' ');
+  in_units.AppendNarrow(line);
+  line.append("; ");
+  out_units.AppendNarrow(line);
 }
 
 CXlScrape ScrapeOutput(std::string output) {
@@ -113,36 +130,30 @@ CXlScrape ScrapeOutput(std::string output) {
   const std::size_t start = Found(output.find('=')) + 1;
   const double value = LeadingNumber(std::string_view(output).substr(start));
   MarkFirstSpace(output, start);
-  return {false, value, output.substr(Found(output.find('&', start)) + 1)};
+  output.erase(0, Found(output.find('&', start)) + 1);
+  return {false, value, std::move(output)};
 }
 
 const CXlOper* QuantiverseBody(CXlOper& result, double value, const CXlDualString& in_units,
                                const CXlDualString& out_units) {
-  if (GetExcelRelease() > kLastSupportedRelease) {
+  XlReturnBlock& block = ReturnBlock();
+  if (ReleaseOfExcel(block) > kLastSupportedRelease) {
     result = kRefusal;
     return nullptr;
   }
+  ConversionLine(value, in_units, out_units, block.line);
   // A cell depends on its arguments alone.
-  Calculator& calculator = ReturnBlock().calculator;
-  calculator.reset();
-  const CXlScrape scrape = ScrapeOutput(
-      calculator.interpret(ConversionLine(value, in_units.Narrow(), out_units.Narrow())));
-  result.Resize(1, 2);
+  block.calculator.reset();
+  const CXlScrape scrape = ScrapeOutput(block.calculator.interpret(block.line));
   if (scrape.is_error) {
-    result.Element(0, 0) = scrape.text;
-    result.Element(0, 1) = "";
+    result.AssignPair(scrape.text, "");
   } else {
-    result.Element(0, 0) = scrape.value;
-    result.Element(0, 1) = scrape.text;
+    result.AssignPair(scrape.value, scrape.text);
   }
   return nullptr;
 }
 
-double GetExcelRelease() {
-  CXlOper release;
-  if (Excel(release, xlfInfo, ReleaseItem()) != xlretSuccess) return 0.0;
-  return release.ToDouble();
-}
+double GetExcelRelease() { return ReleaseOfExcel(ReturnBlock()); }
 
 const CXlOper* QuantiverseMacroBody(CXlOper&) {
   InsertFunctionInActiveCell("Quantiverse");

@@ -36,8 +36,9 @@ struct CXlScrape {
   std::string text;    // the unit as the output shows it, line ends included, or the error
 };
 
-// The line that asks for a conversion; the value keeps six digits.
-std::string ConversionLine(double value, const char* in_units, const char* out_units);
+// Makes `line` the one that asks for a conversion; the value keeps six digits.
+void ConversionLine(double value, const CXlDualString& in_units, const CXlDualString& out_units,
+                    std::string& line);
 
 // Throws CXlStructuredException where the output has no "=", or no blank behind the number.
 CXlScrape ScrapeOutput(std::string output);

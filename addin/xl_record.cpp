@@ -11,10 +11,11 @@ namespace quantiverse {
 namespace {
 
 // The characters behind a new length.
-template <XlRecord Record>
-void MakeCounted(typename XlForm<Record>::Text text, Record& record) {
+template <XlRecord Record, typename Text>
+void MakeCounted(Text text, Record& record) {
   using Char = typename XlForm<Record>::Char;
-  auto counted = std::make_unique<Char[]>(text.size() + 1);
+  if (text.size() > XlForm<Record>::kMaxText) throw CXlStringTooLongException();
+  auto counted = std::make_unique_for_overwrite<Char[]>(text.size() + 1);
   counted[0] = static_cast<Char>(text.size());
   std::copy(text.begin(), text.end(), counted.get() + 1);
   record = {};
@@ -62,10 +63,9 @@ void MakeText(std::string_view text, XLOPER& record) {
   MakeCounted(text.substr(0, XlForm<XLOPER>::kMaxText), record);
 }
 
-void MakeText(std::u16string_view text, XLOPER12& record) {
-  if (text.size() > XlForm<XLOPER12>::kMaxText) throw CXlStringTooLongException();
-  MakeCounted(text, record);
-}
+void MakeText(std::u16string_view text, XLOPER12& record) { MakeCounted(text, record); }
+
+void MakeAsciiText(std::string_view text, XLOPER12& record) { MakeCounted(text, record); }
 
 template <XlRecord Record>
 void MakeArray(XlSize size, Record& record) {

@@ -134,6 +134,8 @@ void MakeInteger(std::int32_t value, Record& record) {
 // length doesn't fit an XLOPER12.
 void MakeText(std::string_view text, XLOPER& record);
 void MakeText(std::u16string_view text, XLOPER12& record);
+// The same for a text of ASCII alone, which takes no code page to become wide.
+void MakeAsciiText(std::string_view text, XLOPER12& record);
 
 // All elements are of type 0, which holds nothing; they are to be filled.
 // REQUIRES: the size is within the limits of the form and not 0.

@@ -1,5 +1,6 @@
 #include "addin/xloper.h"
 
+#include <algorithm>
 #include <type_traits>
 
 #include "addin/addin_state.h"
@@ -15,9 +16,26 @@ template <XlRecord Record>
 using OtherForm = std::conditional_t<std::same_as<Record, XLOPER>, XLOPER12, XLOPER>;
 
 void MakeAnyText(std::string_view text, XLOPER& record) { MakeText(text, record); }
-void MakeAnyText(std::string_view text, XLOPER12& record) { MakeText(WideText(text), record); }
+void MakeAnyText(std::string_view text, XLOPER12& record) {
+  const bool is_ascii =
+      std::none_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
+  if (is_ascii) {
+    MakeAsciiText(text, record);
+  } else {
+    MakeText(WideText(text), record);
+  }
+}
 void MakeAnyText(std::u16string_view text, XLOPER& record) { MakeText(NarrowText(text), record); }
 void MakeAnyText(std::u16string_view text, XLOPER12& record) { MakeText(text, record); }
+
+template <XlRecord Record>
+void MakePlain(double number, Record& record) {
+  MakeNumber(number, record);
+}
+template <XlRecord Record>
+void MakePlain(std::string_view text, Record& record) {
+  MakeAnyText(text, record);
+}
 
 // false: never assigned, or it has no place in this form.
 template <XlRecord Record>
@@ -222,6 +240,19 @@ void CXlOper::Assign(const char16_t* text) {
 }
 
 // Arrays
+
+template <typename First>
+void CXlOper::PutPair(First first, std::string_view second) {
+  Fill([=]<XlRecord Record>(Record& record) {
+    RecordGuard<Record> row;
+    MakeArray({1, 2}, row.record);
+    MakePlain(first, row.record.val.array.lparray[0]);
+    MakePlain(second, row.record.val.array.lparray[1]);
+    record = row.Release();
+  });
+}
+template void CXlOper::PutPair(double, std::string_view);
+template void CXlOper::PutPair(std::string_view, std::string_view);
 
 template <XlRecord Record>
 bool CXlOper::PutArray(XlSize size, const CXlOper& init) {

@@ -65,6 +65,10 @@ class CXlOper {
   void Assign(const char* text);
   void Assign(const char16_t* text);
 
+  // Makes the value a row of two, each as in the assignments.
+  void AssignPair(double first, std::string_view second) { PutPair(first, second); }
+  void AssignPair(std::string_view first, std::string_view second) { PutPair(first, second); }
+
   // Makes the value an array, each element a copy of `init`, which has to be a scalar, an error or
   // nil; else this throws CXlIllegalArgumentException.
   // false: the size is 0 or beyond the limits of the form; the value is as it was.
@@ -159,6 +163,8 @@ class CXlOper {
   void Put(const Record& record);
   template <XlRecord Record>
   void PutCopy(const CXlOper& other);
+  template <typename First>
+  void PutPair(First first, std::string_view second);
   template <XlRecord Record>
   bool PutArray(XlSize size, const CXlOper& init);
   template <XlRecord Record>

@@ -142,12 +142,17 @@ TEST(DualString, MakesTheMissingWidth) {
   const Case cases[] = {
       {"", u""},
       {"m/s", u"m/s"},
+      {"\xB5m", u"\u00B5m"},
+      {"m\xB2", u"m\u00B2"},
       {"\x80\x85\x9F\xB5\xFF", u"\u20AC\u2026\u0178\u00B5\u00FF"},
       {"\x81\x8D\x8F\x90\x9D", u"\u0081\u008D\u008F\u0090\u009D"},
       {"???", u"\u03A9\u0100\u0080", false},
   };
   for (const Case& c : cases) {
     EXPECT_STREQ(CXlDualString(c.wide).Narrow(), c.narrow);
+    std::string line = "5 ";
+    CXlDualString(c.wide).AppendNarrow(line);
+    EXPECT_EQ(line, std::string("5 ") + c.narrow);
     if (c.both_ways) {
       EXPECT_EQ(CXlDualString(c.narrow).Wide(), std::u16string(c.wide));
     }

@@ -33,6 +33,7 @@ class CallLog::Alone {
 LoggedCall& CallLog::begin(const Request& request) {
   const Alone alone(*this);
   LoggedCall& call = calls_.emplace_back();
+  call.number = ++begun_;
   call.request = request;
   return call;
 }
@@ -48,12 +49,12 @@ void CallLog::end(LoggedCall& call, int code) {
   calls_.pop_back();
 }
 
-bool CallLog::repeat(const Request& request, std::span<const Value> arguments, int code) {
+std::int64_t CallLog::repeat(const Request& request, std::span<const Value> arguments, int code) {
   Stripe& own = stripes_[stripe_of_thread()];
   const std::lock_guard lock(own.lock);
-  if (calls_.empty() || !calls_.back().is_like(request, arguments, code)) return false;
+  if (calls_.empty() || !calls_.back().is_like(request, arguments, code)) return 0;
   ++own.repeats;
-  return true;
+  return calls_.back().number;
 }
 
 std::deque<LoggedCall> CallLog::take() {

@@ -23,6 +23,7 @@ struct Request {
 };
 
 struct LoggedCall {
+  std::int64_t number = 0;  // counts calls that began
   Request request;
   std::vector<Value> arguments;
   int code = 0;
@@ -41,8 +42,10 @@ class CallLog {
   // Enters a call ahead of those that it leads to. Until its end() nobody else looks at it.
   LoggedCall& begin(const Request& request);
   void end(LoggedCall& call, int code);
-  // Enters a call that is over, if it is like the last one. false: it isn't.
-  [[nodiscard]] bool repeat(const Request& request, std::span<const Value> arguments, int code);
+  // Enters a call that is over, if it is like the last one, and gives the number of that. 0: it
+  // isn't.
+  [[nodiscard]] std::int64_t repeat(const Request& request, std::span<const Value> arguments,
+                                    int code);
 
   // The log so far, which begins anew.
   std::deque<LoggedCall> take();
@@ -56,6 +59,7 @@ class CallLog {
 
   Stripes<Stripe> stripes_;
   std::deque<LoggedCall> calls_;
+  std::int64_t begun_ = 0;
 };
 
 }  // namespace quantiverse::host

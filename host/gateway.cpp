@@ -1,5 +1,6 @@
 #include "host/gateway.h"
 
+#include <cstdint>
 #include <span>
 #include <utility>
 
@@ -56,22 +57,24 @@ Outcome carry_out(Host& host, int function, const std::vector<Value>& values, in
 
 // Puts an answer into the ledger, if it has memory, and gives it to the add-in.
 template <class Form>
-void lend(Host& host, std::string_view operation, const Record<Form>& record, Memory&& memory,
-          Record<Form>& result) {
-  if (memory_of(record) != nullptr) host.ledger.hand_out(record, std::move(memory), operation);
+void lend(Host& host, std::string_view operation, std::int64_t number, const Record<Form>& record,
+          Memory&& memory, Record<Form>& result) {
+  if (memory_of(record) != nullptr) {
+    host.ledger.hand_out(record, std::move(memory), operation, number);
+  }
   result = record;
 }
 
 // The code of the call in the end: a result that the generation can't hold is a failure.
 template <class Form>
-int hand_out(Host& host, int function, const Outcome& outcome, Record<Form>* result) {
+int hand_out(Host& host, const LoggedCall& call, const Outcome& outcome, Record<Form>* result) {
   if (outcome.code != kSuccess || result == nullptr) return outcome.code;
   Memory memory;
   Record<Form> record{};
   if (!write_record(outcome.value, record, memory)) return kFailed;
-  const Operation* const operation = find_operation(function);
-  lend(host, operation != nullptr ? operation->name : "an operation of no name", record,
-       std::move(memory), *result);
+  const Operation* const operation = find_operation(call.request.function);
+  lend(host, operation != nullptr ? operation->name : "an operation of no name", call.number,
+       record, std::move(memory), *result);
   return kSuccess;
 }
 
@@ -81,7 +84,7 @@ int answer(Host& host, LoggedCall& call, Record<Form>* result, int count,
            Record<Form>** arguments) {
   if (!read_arguments(count, arguments, call.arguments)) return kBadRecord;
   const int function = call.request.function;
-  return hand_out(host, function, carry_out(host, function, call.arguments, Form::kNumber), result);
+  return hand_out(host, call, carry_out(host, function, call.arguments, Form::kNumber), result);
 }
 
 // The way of most calls: a constant that was asked for by the last call too. It takes no lock that
@@ -103,8 +106,9 @@ bool answer_once_more(Host& host, const Request& request, Record<Form>* result, 
   Memory memory;
   Record<Form> record{};
   if (outcome.code != kSuccess || !write_record(outcome.value, record, memory)) return false;
-  if (!host.calls.repeat(request, values, kSuccess)) return false;
-  lend(host, operation->name, record, std::move(memory), *result);
+  const std::int64_t number = host.calls.repeat(request, values, kSuccess);
+  if (number == 0) return false;
+  lend(host, operation->name, number, record, std::move(memory), *result);
   return true;
 }
 

@@ -26,17 +26,19 @@ std::string words(std::initializer_list<std::string_view> parts) {
 }  // namespace
 
 template <class Form>
-void Ledger::hand_out(const Record<Form>& record, Memory&& memory, std::string_view operation) {
+void Ledger::hand_out(const Record<Form>& record, Memory&& memory, std::string_view operation,
+                      std::int64_t number) {
   const void* const block = memory_of(record);
   Page& page = page_of(block);
   const std::lock_guard lock(page.lock);
   Loan& loan = page.loans[block];
   loan.memory = std::move(memory);
-  loan.number = ++last_number_;
+  loan.number = number;
   loan.form = Form::kNumber;
   loan.kind = kind_of(record.type);
   loan.operation = operation;
   loan.is_out = true;
+  ++page.handed_out;
 }
 
 template <class Form>
@@ -65,19 +67,28 @@ bool Ledger::take_back(const Record<Form>& record) {
 }
 
 std::vector<std::string> Ledger::leaks() const {
-  std::map<std::int64_t, std::string> sentences;
+  std::multimap<std::int64_t, std::string> sentences;
   for (const Page& page : pages_) {
     const std::lock_guard lock(page.lock);
     for (const auto& [block, loan] : page.loans) {
       if (!loan.is_out) continue;
-      sentences[loan.number] =
-          words({"leak: the ", loan.kind, " that ", loan.operation, " gave never came back"});
+      sentences.emplace(loan.number, words({"leak: the ", loan.kind, " that ", loan.operation,
+                                            " gave never came back"}));
     }
   }
   std::vector<std::string> in_order;
   in_order.reserve(sentences.size());
   for (auto& [number, sentence] : sentences) in_order.push_back(std::move(sentence));
   return in_order;
+}
+
+std::int64_t Ledger::handed_out() const {
+  std::int64_t count = 0;
+  for (const Page& page : pages_) {
+    const std::lock_guard lock(page.lock);
+    count += page.handed_out;
+  }
+  return count;
 }
 
 std::int64_t Ledger::returned() const {
@@ -98,9 +109,9 @@ void Ledger::clear() {
   for (Page& page : pages_) {
     const std::lock_guard lock(page.lock);
     page.loans.clear();
+    page.handed_out = 0;
     page.returned = 0;
   }
-  last_number_ = 0;
   const std::lock_guard lock(faults_lock_);
   faults_.clear();
 }
@@ -117,8 +128,8 @@ bool Ledger::complain(std::initializer_list<std::string_view> parts) {
   return false;
 }
 
-template void Ledger::hand_out(const Record<Form4>&, Memory&&, std::string_view);
-template void Ledger::hand_out(const Record<Form12>&, Memory&&, std::string_view);
+template void Ledger::hand_out(const Record<Form4>&, Memory&&, std::string_view, std::int64_t);
+template void Ledger::hand_out(const Record<Form12>&, Memory&&, std::string_view, std::int64_t);
 template bool Ledger::take_back(const Record<Form4>&);
 template bool Ledger::take_back(const Record<Form12>&);
 

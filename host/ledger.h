@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <initializer_list>
 #include <mutex>
@@ -19,15 +18,18 @@ class Ledger {
  public:
   // record:    what the add-in gets, already pointing into `memory`.
   // operation: what gave it, for complaints; a text that lives on.
+  // number:    the order of leaks, which may be alike for two that are told in the same words. So
+  //            threads needn't count together.
   template <class Form>
-  void hand_out(const Record<Form>& record, Memory&& memory, std::string_view operation);
+  void hand_out(const Record<Form>& record, Memory&& memory, std::string_view operation,
+                std::int64_t number);
 
   // Frees what `record` points to. A record that points to nothing is fine.
   // false: it isn't the host's to free, or no longer; noted as a fault.
   template <class Form>
   bool take_back(const Record<Form>& record);
 
-  [[nodiscard]] std::int64_t handed_out() const { return last_number_; }
+  [[nodiscard]] std::int64_t handed_out() const;
   [[nodiscard]] std::int64_t returned() const;
 
   // One sentence for each double or foreign free so far.
@@ -41,7 +43,7 @@ class Ledger {
  private:
   struct Loan {
     Memory memory;
-    std::int64_t number = 0;  // counts results handed out
+    std::int64_t number = 0;
     int form = 0;
     std::string_view kind;
     std::string_view operation;
@@ -55,6 +57,7 @@ class Ledger {
     // By the block that the record points to. Loans that came back stay until their address is
     // used again: they tell a double free from a foreign one.
     std::unordered_map<const void*, Loan> loans;
+    std::int64_t handed_out = 0;
     std::int64_t returned = 0;
   };
 
@@ -63,7 +66,6 @@ class Ledger {
   bool complain(std::initializer_list<std::string_view> parts);
 
   Stripes<Page> pages_;
-  std::atomic<std::int64_t> last_number_ = 0;
   mutable std::mutex faults_lock_;
   std::vector<std::string> faults_;
 };

@@ -29,7 +29,7 @@ void on_threads(const std::function<void(std::size_t)>& work) {
 }
 
 void log(CallLog& calls, const Request& request, const Value& argument, int code) {
-  if (calls.repeat(request, std::span(&argument, 1), code)) return;
+  if (calls.repeat(request, std::span(&argument, 1), code) != 0) return;
   LoggedCall& call = calls.begin(request);
   call.arguments = {argument};
   calls.end(call, code);
@@ -69,7 +69,7 @@ TEST(CallLog, LosesNoCallWhenTheyChange) {
   on_threads([&](std::size_t thread) {
     for (int i = 0; i < kTimes; ++i) {
       const Value argument{i % 10 == 0 ? "x" : "y"};
-      if (calls.repeat(Request{1}, std::span(&argument, 1), 0)) continue;
+      if (calls.repeat(Request{1}, std::span(&argument, 1), 0) != 0) continue;
       const std::lock_guard lock(one_at_a_time);
       LoggedCall& call = calls.begin(Request{static_cast<int>(thread % 3)});
       call.arguments = {argument};
@@ -91,11 +91,11 @@ TEST(CallLog, KeepsACallAheadOfThoseItLeadsTo) {
   EXPECT_EQ(shown(calls.take()), "1:a=0*1 1:a=0*2 ");
 }
 
-Record12 lent(Ledger& ledger, const char* operation) {
+Record12 lent(Ledger& ledger, const char* operation, std::int64_t number) {
   Record12 record{};
   Memory memory;
   EXPECT_TRUE(write_record<Form12>({"text"}, record, memory));
-  ledger.hand_out(record, std::move(memory), operation);
+  ledger.hand_out(record, std::move(memory), operation, number);
   return record;
 }
 
@@ -103,7 +103,7 @@ TEST(Ledger, KnowsWhatEveryThreadLentAndGaveBack) {
   Ledger ledger;
   std::vector<std::vector<Record12>> out(kThreads);
   on_threads([&](std::size_t thread) {
-    for (int i = 0; i < kTimes; ++i) out[thread].push_back(lent(ledger, "xlfInfo"));
+    for (int i = 0; i < kTimes; ++i) out[thread].push_back(lent(ledger, "xlfInfo", 1));
   });
   EXPECT_EQ(ledger.handed_out(), kCalls);
   EXPECT_EQ(ledger.leaks().size(), kThreads * kTimes);
@@ -126,8 +126,9 @@ TEST(Ledger, TellsOfLeaksInTheOrderOfLending) {
   Ledger ledger;
   const std::string names[] = {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"};
   std::vector<std::string> expected;
+  std::int64_t number = 0;
   for (const std::string& name : names) {
-    lent(ledger, name.c_str());
+    lent(ledger, name.c_str(), ++number);
     expected.push_back("leak: the text that " + name + " gave never came back");
   }
   EXPECT_EQ(ledger.leaks(), expected);

@@ -30,6 +30,7 @@ struct XlReturnBlock {
   KnownRelease<XLOPER12> release12;
   std::string line;               // what the calculator is asked; the storage of both stays
   Calculator calculator;          // warm from call to call
+  bool is_calculating = false;
   XlReturnBlock* next = nullptr;  // all blocks, for the day when the library goes
   XlReturnBlock* previous = nullptr;
 };

@@ -95,6 +95,18 @@ double AskForRelease(const typename XlForm<Record>::Char* item, KnownRelease<Rec
   return number;
 }
 
+// The output for the block's line. A cell depends on its arguments alone.
+std::string Calculate(XlReturnBlock& block) {
+  // A fault of the processor has left the last call, and whatever it was about to do. What the
+  // calculator holds since isn't to be trusted, not even to be freed.
+  if (block.is_calculating) ::new (static_cast<void*>(&block.calculator)) Calculator;
+  block.is_calculating = true;
+  block.calculator.reset();
+  std::string output = block.calculator.interpret(block.line);
+  block.is_calculating = false;
+  return output;
+}
+
 double ReleaseOfExcel(XlReturnBlock& block) {
   return IsExcel12() ? AskForRelease(u"\7Release", block.release12)
                      : AskForRelease("\7Release", block.release4);
@@ -142,9 +154,7 @@ const CXlOper* QuantiverseBody(CXlOper& result, double value, const CXlDualStrin
     return nullptr;
   }
   ConversionLine(value, in_units, out_units, block.line);
-  // A cell depends on its arguments alone.
-  block.calculator.reset();
-  const CXlScrape scrape = ScrapeOutput(block.calculator.interpret(block.line));
+  const CXlScrape scrape = ScrapeOutput(Calculate(block));
   if (scrape.is_error) {
     result.AssignPair(scrape.text, "");
   } else {

@@ -46,8 +46,11 @@ struct Conversions {
   std::vector<std::vector<host::Argument>> arguments;
 };
 
-// What Excel does for a cell whose function it has looked up: the arguments as the add-in wants
-// them, the call of its export, the result copied and given back.
+// What the formula of each cell passes.
+using Cells = std::vector<host::PreparedArguments>;
+
+// What Excel does for a cell whose formula it has read: the call of the export with the arguments,
+// which a cell keeps as the add-in wants them, the result copied and given back.
 class Worksheet {
  public:
   explicit Worksheet(const std::string& library) : host_(options_for(library)) {
@@ -69,10 +72,13 @@ class Worksheet {
     host::serving_host() = nullptr;
   }
 
-  std::optional<host::Returned> call(const std::vector<host::Argument>& arguments) {
-    host::PreparedArguments prepared;
-    if (!host::prepare(host_, signature_, arguments, prepared)) return std::nullopt;
-    return host::call_add_in(host_, callee_, prepared.slots());
+  // As `callmany` does before its calls.
+  void prepare(const std::vector<host::Argument>& arguments, host::PreparedArguments& prepared) {
+    if (!host::prepare(host_, signature_, arguments, prepared)) give_up("bad arguments");
+  }
+
+  std::optional<host::Returned> call(const host::PreparedArguments& arguments) {
+    return host::call_add_in(host_, callee_, arguments.slots());
   }
 
   [[nodiscard]] bool is_settled() const {
@@ -104,11 +110,11 @@ std::string shown(const host::Value& value) {
   return std::string(" = ") + digits + ' ' + *unit;
 }
 
-void check_agreement(const Conversions& conversions, Worksheet& worksheet) {
+void check_agreement(const Conversions& conversions, const Cells& cells, Worksheet& worksheet) {
   Calculator calculator;
   for (std::size_t i = 0; i < kConversions; ++i) {
     const std::string output = calculator.interpret(conversions.lines[i]);
-    const auto returned = worksheet.call(conversions.arguments[i]);
+    const auto returned = worksheet.call(cells[i]);
     const std::string cell = returned && returned->is_freed ? shown(returned->value) : "";
     if (cell.empty() || !output.ends_with(cell)) give_up("no agreement on " + conversions.lines[i]);
   }
@@ -137,7 +143,8 @@ struct Rates {
   std::vector<double> bare, worksheet, ratio;
 };
 
-Rates measure(const Conversions& conversions, Worksheet& worksheet, int threads, int repetitions) {
+Rates measure(const Conversions& conversions, const Cells& cells, Worksheet& worksheet, int threads,
+              int repetitions) {
   Rates rates;
   for (int i = 0; i < repetitions; ++i) {
     rates.bare.push_back(calls_per_second(threads, [&] {
@@ -147,7 +154,7 @@ Rates measure(const Conversions& conversions, Worksheet& worksheet, int threads,
     }));
     rates.worksheet.push_back(calls_per_second(threads, [&] {
       return [&](std::size_t cell) {
-        if (!worksheet.call(conversions.arguments[cell])) std::abort();
+        if (!worksheet.call(cells[cell])) std::abort();
       };
     }));
     rates.ratio.push_back(rates.worksheet.back() / rates.bare.back());
@@ -169,9 +176,13 @@ int main(int argc, char** argv) {
   std::vector<Rates> results;
   {
     Worksheet worksheet(argv[1]);
-    check_agreement(conversions, worksheet);
+    Cells cells(kConversions);
+    for (std::size_t i = 0; i < kConversions; ++i) {
+      worksheet.prepare(conversions.arguments[i], cells[i]);
+    }
+    check_agreement(conversions, cells, worksheet);
     for (const int threads : kThreads) {
-      results.push_back(measure(conversions, worksheet, threads, repetitions));
+      results.push_back(measure(conversions, cells, worksheet, threads, repetitions));
     }
     if (!worksheet.is_settled()) give_up("the add-in leaks");
   }

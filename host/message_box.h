@@ -15,7 +15,7 @@ class BoxWatch {
   ~BoxWatch();
 
  private:
-  void* hook_ = nullptr;  // the system's
+  [[maybe_unused]] void* hook_ = nullptr;  // the system's, where it has any
 };
 
 }  // namespace quantiverse::host

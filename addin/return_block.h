@@ -28,8 +28,8 @@ struct XlReturnBlock {
   CXlOper missing;                // leaves an argument of a call out
   KnownRelease<XLOPER> release4;  // as the last call was told
   KnownRelease<XLOPER12> release12;
-  std::string line;               // what the calculator is asked; the storage of both stays
-  Calculator calculator;          // warm from call to call
+  std::string line;       // what the calculator is asked; the storage of both stays
+  Calculator calculator;  // warm from call to call
   bool is_calculating = false;
   XlReturnBlock* next = nullptr;  // all blocks, for the day when the library goes
   XlReturnBlock* previous = nullptr;

@@ -15,7 +15,8 @@ namespace quantiverse::host {
 namespace {
 
 std::wstring wide(const std::string& text) {
-  const std::u16string utf16 = to_utf16(text);
+  std::u16string utf16(encoded_size(text), u'\0');
+  encode<char16_t>(text, utf16);
   return {utf16.begin(), utf16.end()};
 }
 

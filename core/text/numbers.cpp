@@ -1,6 +1,7 @@
 #include "text/numbers.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -13,8 +14,19 @@
 namespace quantiverse {
 namespace {
 
+// All of these are exact.
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
 const char* skip_digits(const char* p, const char* stop) {
   while (p != stop && is_digit(*p)) ++p;
+  return p;
+}
+
+// Reads digits as a whole number, behind those that `number` has already. It wraps.
+const char* read_digits(const char* p, const char* stop, std::uint64_t& number) {
+  for (; p != stop && is_digit(*p); ++p) number = number * 10 + static_cast<unsigned>(*p - '0');
   return p;
 }
 
@@ -63,11 +75,6 @@ struct SixDigits {
   int exponent;
 };
 
-// All of these are exact.
-constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-
 double scale_to_six_digits(double x, int exponent) {
   const int power = 5 - exponent;
   return power >= 0 ? x * kPowersOfTen[power] : x / kPowersOfTen[-power];
@@ -80,10 +87,11 @@ double scale_to_six_digits(double x, int exponent) {
 bool find_six_digits(double x, SixDigits& six) {
   constexpr double kUncertain = 1e-9;
   if (!(x >= 1e-15 && x < 1e22)) return false;
-  int binary = 0;
-  std::frexp(x, &binary);
+  constexpr int kBitsOfFraction = 52;
+  constexpr int kBias = 1023;
+  const int binary = static_cast<int>(std::bit_cast<std::uint64_t>(x) >> kBitsOfFraction) - kBias;
   // 1233/4096 is log10(2); the estimate is at most one too small.
-  six.exponent = ((binary - 1) * 1233 + 4096 * 64) / 4096 - 64;
+  six.exponent = (binary * 1233 + 4096 * 64) / 4096 - 64;
   double scaled = scale_to_six_digits(x, six.exponent);
   if (scaled >= 1e6) scaled = scale_to_six_digits(x, ++six.exponent);
   if (scaled < 1e5) scaled = scale_to_six_digits(x, --six.exponent);
@@ -97,33 +105,54 @@ bool find_six_digits(double x, SixDigits& six) {
   return true;
 }
 
+// The digits of 0 to 99 as two characters, the first in the lower byte.
+constexpr auto kPairsOfDigits = [] {
+  std::array<std::uint16_t, 100> pairs{};
+  for (unsigned i = 0; i < 100; ++i) {
+    pairs[i] = static_cast<std::uint16_t>('0' + i / 10 + ('0' + i % 10) * 256);
+  }
+  return pairs;
+}();
+
+// Up to eight characters are held in a word, the first in the lowest byte: taking them apart in
+// memory would make every load wait for smaller stores. Written are always eight.
+void write_characters(std::uint64_t characters, char* out) {
+  for (int i = 0; i < 8; ++i) out[i] = static_cast<char>(characters >> 8 * i & 0xFF);
+}
+
 // Writes as "%g" does and returns the end: without trailing zeros, and with an exponent below
-// 1e-4 and from 1e6.
+// 1e-4 and from 1e6. Up to eight characters behind the end are written as well.
 char* write_six_digits(const SixDigits& six, bool negative, char* out) {
-  char text[6];
-  std::uint32_t rest = six.digits;
-  for (int i = 5; i >= 0; --i, rest /= 10) text[i] = static_cast<char>('0' + rest % 10);
-  int count = 6;
-  while (text[count - 1] == '0') --count;
+  constexpr std::uint64_t kSixZeros = 0x303030303030;
+  const std::uint64_t text = kPairsOfDigits[six.digits / 10000] |
+                             std::uint64_t{kPairsOfDigits[six.digits / 100 % 100]} << 16 |
+                             std::uint64_t{kPairsOfDigits[six.digits % 100]} << 32;
+  // Up to the last that is no zero.
+  const int count = (static_cast<int>(std::bit_width(text ^ kSixZeros)) + 7) / 8;
 
   if (negative) *out++ = '-';
-  const bool scientific = six.exponent < -4 || six.exponent >= 6;
-  const int exponent = scientific ? 0 : six.exponent;
-  if (exponent < 0) {
-    *out++ = '0';
-    *out++ = '.';
-    for (int i = -1; i > exponent; --i) *out++ = '0';
+  if (six.exponent < 0 && six.exponent >= -4) {
+    constexpr std::uint64_t kZeroPoint = 0x30303030302E30;  // "0.00000"
+    write_characters(kZeroPoint, out);
+    out += 1 - six.exponent;
+    write_characters(text, out);
+    return out + count;
   }
-  for (int i = 0; i < count || i <= exponent; ++i) {
-    if (i == exponent + 1 && exponent >= 0) *out++ = '.';
-    *out++ = i < count ? text[i] : '0';
+  const bool is_scientific = six.exponent < 0 || six.exponent > 5;
+  const int whole = is_scientific ? 1 : six.exponent + 1;
+  write_characters(text, out);
+  if (count > whole) {
+    out[whole] = '.';
+    write_characters(text >> 8 * whole, out + whole + 1);
+    out += count + 1;
+  } else {
+    out += whole;
   }
-  if (scientific) {
+  if (is_scientific) {
     *out++ = 'e';
     *out++ = six.exponent < 0 ? '-' : '+';
-    const int magnitude = std::abs(six.exponent);
-    *out++ = static_cast<char>('0' + magnitude / 10);
-    *out++ = static_cast<char>('0' + magnitude % 10);
+    write_characters(kPairsOfDigits[static_cast<std::size_t>(std::abs(six.exponent))], out);
+    out += 2;
   }
   return out;
 }
@@ -139,18 +168,25 @@ bool scan_number(Cursor& expptr, double& result) {
   if (p != stop && (*p == '+' || *p == '-')) negative = *p++ == '-';
 
   const char* const first = p;
-  p = skip_digits(p, stop);
+  std::uint64_t whole = 0;
+  p = read_digits(p, stop, whole);
   std::ptrdiff_t digits = p - first;
+  std::ptrdiff_t places = 0;
   if (p != stop && *p == '.') {
     const char* const fraction = p + 1;
-    p = skip_digits(fraction, stop);
-    digits += p - fraction;
+    p = read_digits(fraction, stop, whole);
+    places = p - fraction;
+    digits += places;
   }
   if (digits == 0) return false;
 
   const char* const exponent = p;
   p = skip_exponent(p, stop);
-  if (p != exponent && (*exponent == 'd' || *exponent == 'D')) {
+  constexpr std::ptrdiff_t kExactDigits = 15;
+  if (p == exponent && digits <= kExactDigits) {
+    // Both are exact, so the quotient is the nearest double.
+    result = static_cast<double>(whole) / kPowersOfTen[places];
+  } else if (p != exponent && (*exponent == 'd' || *exponent == 'D')) {
     std::string with_e(first, p);
     with_e[static_cast<std::size_t>(exponent - first)] = 'e';
     result = to_double(with_e.data(), with_e.data() + with_e.size());

@@ -199,7 +199,8 @@ double evaluations_per_solve(const Model& model, std::size_t solves) {
   counting.call_func_by_number = count_call;
   Interpreter interpreter(counting);
   body_calls = 0;
-  interpreter.interpret(solves_text(model, solves));
+  TextBuf output;
+  interpreter.interpret(solves_text(model, solves), output);
   const std::size_t runs = body_calls / static_cast<std::size_t>(model.calls);
   return static_cast<double>(runs - 1 - solves) / static_cast<double>(solves);
 }

@@ -6,12 +6,14 @@
 #include "builtins/function_table.h"
 #include "language/interpreter.h"
 #include "quantiverse/c.h"
+#include "text/text_buf.h"
 #include "text/vectors.h"
 
 namespace quantiverse {
 
 struct Calculator::State {
   Interpreter interpreter{builtin_functions()};
+  TextBuf output;
 };
 
 Calculator::Calculator() : state_(std::make_unique<State>()) {}
@@ -20,7 +22,19 @@ Calculator::Calculator(Calculator&&) noexcept = default;
 Calculator& Calculator::operator=(Calculator&&) noexcept = default;
 
 std::string Calculator::interpret(std::string_view text) {
-  return state_->interpreter.interpret(text);
+  TextBuf output;
+  state_->interpreter.interpret(text, output);
+  return output.release();
+}
+
+std::string_view Calculator::interpret_in_place(std::string_view text) {
+  TextBuf& output = state_->output;
+  // A long one doesn't leave its storage behind for the next.
+  constexpr std::size_t kUsualOutput = std::size_t{64} * 1024;
+  if (output.text().size() > kUsualOutput) output = TextBuf();
+  output.clear_text();
+  state_->interpreter.interpret(text, output);
+  return output.text();
 }
 
 void Calculator::reset() { state_->interpreter.request = Request(); }
@@ -29,7 +43,9 @@ std::string interpret_dimensional_input_lines(std::string_view text) {
   // One for each thread, so that calls on different threads never meet while those on one thread
   // share their storage.
   static thread_local Interpreter interpreter(builtin_functions());
-  return interpreter.interpret(text);
+  TextBuf output;
+  interpreter.interpret(text, output);
+  return output.release();
 }
 
 const char* version() { return QUANTIVERSE_VERSION; }

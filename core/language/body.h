@@ -15,6 +15,10 @@ class Body {
   // up while a body is read again, behind another `begin` on its line; then the cursor's stop
   // moves to the end of the text, since the stretch that it was to stop at is no more.
   void open_body(Cursor& expptr);
+  // None, as at first.
+  void clear() {
+    if (start_.position != nullptr) *this = Body();
+  }
   // `end`, with the cursor right behind it. A body that is closed already stays as it is.
   // false: there is no body.
   bool close_body(const Cursor& expptr);

@@ -84,23 +84,22 @@ void process_lines(Interpreter& interpreter, std::string_view default_name, Curs
 
 void Interpreter::begin_call() {
   variables.clear();
-  units.users = UserUnits();
-  units.systems = UnitSystems();
+  units.users.clear();
+  units.systems.clear();
   units.stack.begin_call();
   guard = RepeatGuard();
-  body = Body();
+  body.clear();
   request.begin_call();
 }
 
-std::string Interpreter::interpret(std::string_view text) {
+void Interpreter::interpret(std::string_view text, TextBuf& out) {
   try {
     begin_call();
     text = text.substr(0, text.find('\0'));
-    TextBuf out;
     out.reserve(expected_output(text));
     Cursor expptr(text);
     process_lines(*this, "", expptr, out);
-    body = Body();
+    body.clear();
     request.begin_call();
     variables.clear();
     if (text.size() > kUsualText) {
@@ -108,7 +107,6 @@ std::string Interpreter::interpret(std::string_view text) {
       outer_line = LineScratch();
       spare_stacks = {};
     }
-    return out.release();
   } catch (const std::exception&) {  // an allocation that failed, or would be beyond any size
     nrerror("Allocation failure in allocate_and_init_str_vusk().");
   }

@@ -49,10 +49,10 @@ struct LineScratch {
 struct Interpreter {
   explicit Interpreter(const FunctionSet& function_set) : functions(function_set) {}
 
-  // Runs a text, one statement a line, and gives back the echo of every line with its result or
-  // error. Every table is fresh; of an earlier call only the kind of a pending request is seen.
+  // Runs a text, one statement a line, and appends the echo of every line with its result or error.
+  // Every table is fresh; of an earlier call only the kind of a pending request is seen.
   // A NUL ends the text.
-  std::string interpret(std::string_view text);
+  void interpret(std::string_view text, TextBuf& out);
 
   const FunctionSet& functions;
   Variables variables;

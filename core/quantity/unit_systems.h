@@ -31,6 +31,10 @@ class UnitSystems {
  public:
   [[nodiscard]] UnitSystem system() const { return system_; }
   void set_unit_system(UnitSystem system) { system_ = system; }
+  // MKS without exceptions, as at first.
+  void clear() {
+    if (system_ != UnitSystem::kMks || !exceptions_.empty()) *this = UnitSystems();
+  }
 
   [[nodiscard]] const std::vector<std::string_view>& exceptions() const { return exceptions_; }
   void replace_exceptions(std::vector<std::string_view> exceptions);
@@ -52,7 +56,7 @@ class UnitSystems {
   UnitSystem system_ = UnitSystem::kMks;
   std::vector<std::string_view> exceptions_;  // in the call's text
   using Choices = std::unordered_map<Exponents, const std::string_view*, HashBytes, EqualBytes>;
-  Choices choices_;
+  Choices choices_;               // empty as long as exceptions_ is
   std::uint64_t user_units_ = 0;  // the generation that choices_ was made under
 };
 

@@ -22,6 +22,9 @@ class UserUnits {
   void store_user_unit(std::string_view name, const DimValue& value, TextBuf& err);
 
   [[nodiscard]] bool empty() const { return units_.empty(); }
+  void clear() {
+    if (!empty()) *this = UserUnits();
+  }
   // Changes with every definition, so that what was read under other definitions can be told.
   [[nodiscard]] std::uint64_t generation() const { return generation_; }
 

@@ -28,6 +28,7 @@ TEST(Door, AllWaysInGiveTheSameBytesAgainAndAgain) {
     EXPECT_EQ(interpret_dimensional_input_lines(kText), expected);
     EXPECT_EQ(through_c(kText), expected);
     EXPECT_EQ(calculator.interpret(kText), expected);
+    EXPECT_EQ(calculator.interpret_in_place(kText), expected);
     std::swap(first, calculator);
   }
 }

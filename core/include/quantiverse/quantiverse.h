@@ -33,6 +33,9 @@ class Calculator {
 
   // As interpret_dimensional_input_lines.
   std::string interpret(std::string_view text);
+  // The same in storage of the calculator, good until it is used again: for many short texts.
+  // REQUIRES: `text` doesn't lie there.
+  std::string_view interpret_in_place(std::string_view text);
   // As good as new for the next text: a `solve` that is still open is dropped.
   void reset();
 

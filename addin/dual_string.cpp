@@ -1,5 +1,7 @@
 #include "addin/dual_string.h"
 
+#include <array>
+#include <cstddef>
 #include <utility>
 
 #include "addin/host.h"
@@ -36,12 +38,17 @@ const char* CXlDualString::Narrow() const {
 
 void CXlDualString::AppendNarrow(std::string& text) const {
   if ((flags_ & kNarrowIsValid) == 0) {
-    // Nearly all texts are ASCII, and need no code page.
-    const std::size_t start = text.size();
+    // Nearly all texts are short and ASCII, and need no code page.
+    std::array<char, 32> few;
+    std::size_t count = 0;
     const char16_t* wide = Wide();
-    for (; *wide != 0 && *wide < 0x80; ++wide) text.push_back(static_cast<char>(*wide));
-    if (*wide == 0) return;
-    text.resize(start);
+    for (; *wide != 0 && *wide < 0x80 && count < few.size(); ++wide) {
+      few[count++] = static_cast<char>(*wide);
+    }
+    if (*wide == 0) {
+      text.append(few.data(), count);
+      return;
+    }
   }
   text += Narrow();
 }

@@ -31,19 +31,11 @@ std::size_t Found(std::size_t position) {
   return position;
 }
 
-// The number that `text` begins with, behind any white space; 0.0 without one. Infinities and NaN
-// are no numbers here.
-double LeadingNumber(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
-  double number = 0.0;
-  Cursor cursor(text);
-  scan_number(cursor, number);
-  return number;
-}
+bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 // The first place of `word` with a blank in front; npos if there is none. The word is sought first:
 // blanks are many, and every call of the function looks for an error in vain.
-std::size_t FindMessage(const std::string& output, const char* word) {
+std::size_t FindMessage(std::string_view output, std::string_view word) {
   std::size_t place = output.find(word);
   while (place != std::string::npos && (place == 0 || output[place - 1] != ' ')) {
     place = output.find(word, place + 1);
@@ -53,18 +45,20 @@ std::size_t FindMessage(const std::string& output, const char* word) {
 
 // The message of a request that failed, which begins at `first`. The value in other units follows
 // and is cut off. An "=" among the units stands ahead of the message and cuts nothing of it.
-std::string FailedRequest(const std::string& output, std::size_t first) {
+std::string_view FailedRequest(std::string_view output, std::size_t first) {
   const std::size_t equals = Found(output.find('='));
   if (equals < kIndent) throw CXlStructuredException(kAccessViolation);
   const std::size_t last = equals - kIndent;
   return last >= first ? output.substr(first, last - first) : output.substr(first);
 }
 
-// The first blank of the text, but for its first character, becomes an "&".
-void MarkFirstSpace(std::string& output, std::size_t start) {
-  if (output.size() - start < 2) return;
-  const std::size_t blank = output.find(' ', start + 1);
-  if (blank != std::string::npos) output[blank] = '&';
+// The unit in what the output shows behind its "=": the first blank, but for one that comes at
+// once, becomes an "&", and the unit is what stands behind the first of those.
+std::string UnitIn(std::string_view shown) {
+  std::string marked(shown);
+  const std::size_t blank = marked.find(' ', 1);
+  if (blank != std::string::npos) marked[blank] = '&';
+  return marked.substr(Found(marked.find('&')) + 1);
 }
 
 int CallExcel(int function, XLOPER& result, XLOPER* argument) {
@@ -95,14 +89,14 @@ double AskForRelease(const typename XlForm<Record>::Char* item, KnownRelease<Rec
   return number;
 }
 
-// The output for the block's line. A cell depends on its arguments alone.
-std::string Calculate(XlReturnBlock& block) {
+// The output for the block's line, good until the next call. A cell depends on its arguments alone.
+std::string_view Calculate(XlReturnBlock& block) {
   // A fault of the processor has left the last call, and whatever it was about to do. What the
   // calculator holds since isn't to be trusted, not even to be freed.
   if (block.is_calculating) ::new (static_cast<void*>(&block.calculator)) Calculator;
   block.is_calculating = true;
   block.calculator.reset();
-  std::string output = block.calculator.interpret(block.line);
+  const std::string_view output = block.calculator.interpret_in_place(block.line);
   block.is_calculating = false;
   return output;
 }
@@ -131,19 +125,27 @@ void ConversionLine(double value, const CXlDualString& in_units, const CXlDualSt
   out_units.AppendNarrow(line);
 }
 
-CXlScrape ScrapeOutput(std::string output) {
+CXlScrape ScrapeOutput(std::string_view output) {
   const std::size_t error = FindMessage(output, "ERROR");
-  if (error != std::string::npos) {
+  if (error != std::string_view::npos) {
     // A message with a colon counts for more than a request that failed ahead of it.
     const std::size_t message = FindMessage(output, "ERROR:");
-    if (message != std::string::npos) return {true, 0.0, output.substr(message)};
-    return {true, 0.0, FailedRequest(output, error)};
+    if (message != std::string_view::npos) return {true, 0.0, std::string(output.substr(message))};
+    return {true, 0.0, std::string(FailedRequest(output, error))};
   }
-  const std::size_t start = Found(output.find('=')) + 1;
-  const double value = LeadingNumber(std::string_view(output).substr(start));
-  MarkFirstSpace(output, start);
-  output.erase(0, Found(output.find('&', start)) + 1);
-  return {false, value, std::move(output)};
+  const std::string_view shown = output.substr(Found(output.find('=')) + 1);
+  std::size_t first = 0;
+  while (first < shown.size() && IsSpace(shown[first])) ++first;
+  // Without a number it is zero. Infinities and NaN are no numbers here.
+  double value = 0.0;
+  Cursor cursor(shown.substr(first));
+  scan_number(cursor, value);
+  const auto end = static_cast<std::size_t>(cursor.position - shown.data());
+  // Nearly always the number stands between two blanks, and the unit behind them.
+  if (first == 1 && end > first && end < shown.size() && shown[end] == ' ') {
+    return {false, value, std::string(shown.substr(end + 1))};
+  }
+  return {false, value, UnitIn(shown)};
 }
 
 const CXlOper* QuantiverseBody(CXlOper& result, double value, const CXlDualString& in_units,

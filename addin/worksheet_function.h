@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "addin/dual_string.h"
 #include "addin/xloper.h"
@@ -41,6 +42,6 @@ void ConversionLine(double value, const CXlDualString& in_units, const CXlDualSt
                     std::string& line);
 
 // Throws CXlStructuredException where the output has no "=", or no blank behind the number.
-CXlScrape ScrapeOutput(std::string output);
+CXlScrape ScrapeOutput(std::string_view output);
 
 }  // namespace quantiverse

@@ -65,7 +65,23 @@ void MakeText(std::string_view text, XLOPER& record) {
 
 void MakeText(std::u16string_view text, XLOPER12& record) { MakeCounted(text, record); }
 
-void MakeAsciiText(std::string_view text, XLOPER12& record) { MakeCounted(text, record); }
+bool MakeAsciiText(std::string_view text, XLOPER12& record) {
+  if (text.size() > XlForm<XLOPER12>::kMaxText) throw CXlStringTooLongException();
+  auto counted = std::make_unique_for_overwrite<char16_t[]>(text.size() + 1);
+  char16_t* place = counted.get();
+  *place++ = static_cast<char16_t>(text.size());
+  unsigned all_bits = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    all_bits |= byte;
+    *place++ = byte;
+  }
+  if (all_bits >= 0x80) return false;
+  record = {};
+  record.val.str = counted.release();
+  SetType(record, xltypeStr);
+  return true;
+}
 
 template <XlRecord Record>
 void MakeArray(XlSize size, Record& record) {

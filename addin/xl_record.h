@@ -134,8 +134,9 @@ void MakeInteger(std::int32_t value, Record& record) {
 // length doesn't fit an XLOPER12.
 void MakeText(std::string_view text, XLOPER& record);
 void MakeText(std::u16string_view text, XLOPER12& record);
-// The same for a text of ASCII alone, which takes no code page to become wide.
-void MakeAsciiText(std::string_view text, XLOPER12& record);
+// The same for a text of ASCII, which takes no code page to become wide.
+// false: it isn't, and nothing has been done.
+bool MakeAsciiText(std::string_view text, XLOPER12& record);
 
 // All elements are of type 0, which holds nothing; they are to be filled.
 // REQUIRES: the size is within the limits of the form and not 0.

@@ -17,13 +17,8 @@ using OtherForm = std::conditional_t<std::same_as<Record, XLOPER>, XLOPER12, XLO
 
 void MakeAnyText(std::string_view text, XLOPER& record) { MakeText(text, record); }
 void MakeAnyText(std::string_view text, XLOPER12& record) {
-  const bool is_ascii =
-      std::none_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
-  if (is_ascii) {
-    MakeAsciiText(text, record);
-  } else {
-    MakeText(WideText(text), record);
-  }
+  // Nearly all texts are, and need no code page.
+  if (!MakeAsciiText(text, record)) MakeText(WideText(text), record);
 }
 void MakeAnyText(std::u16string_view text, XLOPER& record) { MakeText(NarrowText(text), record); }
 void MakeAnyText(std::u16string_view text, XLOPER12& record) { MakeText(text, record); }

@@ -27,6 +27,9 @@ TEST(ScrapeOutput, TakesTheFirstResult) {
       {"=\n\v\f\r\t+2d2 m", 200.0, "m"},
       {"=3&b c", 3.0, "b&c"},
       {"= 4&b", 4.0, "b"},
+      {"= 4 b&c", 4.0, "b&c"},
+      {"=  4 b", 4.0, "4 b"},
+      {"= 4e b", 4.0, "b"},
       {"=&", 0.0, ""},
   };
   for (const Case& c : cases) {

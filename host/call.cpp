@@ -8,18 +8,17 @@ namespace {
 using FreeEntry = void XLHOST_PASCAL(void* record);
 
 template <class Form>
-std::optional<Returned> copy_and_free(Host& host, const Callee& callee, void* pointer) {
+bool copy_and_free(Host& host, const Callee& callee, void* pointer, Returned& returned) {
   auto* const record = static_cast<Record<Form>*>(pointer);
-  std::optional<Returned> returned(std::in_place);
-  const bool is_readable = read_record(*record, returned->value);
+  const bool is_readable = read_record(*record, returned.value);
+  returned.is_freed = false;
   if ((record->type & kExcelFrees) != 0) {
     host.ledger.take_back(*record);
   } else if ((record->type & kAddInFrees) != 0 && callee.free_entry != nullptr) {
     reinterpret_cast<FreeEntry*>(callee.free_entry)(record);
-    returned->is_freed = true;
+    returned.is_freed = true;
   }
-  if (!is_readable) returned.reset();
-  return returned;
+  return is_readable;
 }
 
 }  // namespace
@@ -31,11 +30,18 @@ std::optional<Callee> find_callee(const Host& host, const char* name, Letter res
   return Callee{address, host.library.find(free_name), result};
 }
 
-std::optional<Returned> call_add_in(Host& host, const Callee& callee, std::span<const Slot> slots) {
+bool call_add_in(Host& host, const Callee& callee, std::span<const Slot> slots,
+                 Returned& returned) {
   void* const record = invoke(callee.address, slots);
-  if (record == nullptr) return std::nullopt;
-  return callee.result == Letter::kRecord4 ? copy_and_free<Form4>(host, callee, record)
-                                           : copy_and_free<Form12>(host, callee, record);
+  if (record == nullptr) return false;
+  return callee.result == Letter::kRecord4 ? copy_and_free<Form4>(host, callee, record, returned)
+                                           : copy_and_free<Form12>(host, callee, record, returned);
+}
+
+std::optional<Returned> call_add_in(Host& host, const Callee& callee, std::span<const Slot> slots) {
+  std::optional<Returned> returned(std::in_place);
+  if (!call_add_in(host, callee, slots, *returned)) returned.reset();
+  return returned;
 }
 
 bool prepare(const Host& host, const Signature& signature, const std::vector<Argument>& arguments,

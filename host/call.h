@@ -23,6 +23,8 @@ std::optional<Callee> find_callee(const Host& host, const char* name, Letter res
 // Calls, copies the result and has it freed as it asks. Nothing if no record came back, or one that
 // no value can be read from.
 std::optional<Returned> call_add_in(Host& host, const Callee& callee, std::span<const Slot> slots);
+// The same in the storage of an earlier result, for many calls. false: nothing.
+bool call_add_in(Host& host, const Callee& callee, std::span<const Slot> slots, Returned& returned);
 
 // Converts arguments for a registered function; those that are left out get their defaults, and
 // references become values.

@@ -147,9 +147,10 @@ Json call_many(Host& host, const Json& arguments) {
     running.emplace_back([&host, &plan, &model, &count, times] {
       const BoxWatch boxes;
       std::int64_t unlike = 0;
+      Returned returned;
       for (int i = 0; i < times; ++i) {
-        const auto returned = call_add_in(host, plan.callee, plan.arguments.slots());
-        const bool is_like = returned && model && returned->value == model->value;
+        const bool is_like = call_add_in(host, plan.callee, plan.arguments.slots(), returned) &&
+                             model && returned.value == model->value;
         unlike += is_like ? 0 : 1;
       }
       count = unlike;

@@ -102,14 +102,21 @@ struct Writer {
   }
 };
 
+// The value as one of this kind, with what it has in storage if it was one already.
+template <class Kind>
+Kind& reused(Value& value) {
+  auto* const held = std::get_if<Kind>(&value.held);
+  return held != nullptr ? *held : value.held.template emplace<Kind>();
+}
+
 template <class Form>
 bool read_text(const typename Form::Char* counted, Value& value) {
   if (counted == nullptr) return false;
   if constexpr (std::is_same_v<Form, Form4>) {
-    value.held.template emplace<std::string>(
-        from_windows_1252({counted + 1, static_cast<unsigned char>(counted[0])}));
+    reused<std::string>(value) =
+        from_windows_1252({counted + 1, static_cast<unsigned char>(counted[0])});
   } else {
-    value.held.template emplace<std::string>(from_utf16({counted + 1, counted[0]}));
+    from_utf16({counted + 1, counted[0]}, reused<std::string>(value));
   }
   return true;
 }
@@ -130,7 +137,10 @@ bool read_array(const Record<Form>& record, Value& value) {
   if (array.elements == nullptr || !has_size) return false;
   if (std::int64_t{array.rows} * array.columns > kMostElements) return false;
   const auto size = static_cast<std::size_t>(std::int64_t{array.rows} * array.columns);
-  auto& read = value.held.emplace<Array>(array.rows, array.columns, std::vector<Value>(size));
+  auto& read = reused<Array>(value);
+  read.rows = array.rows;
+  read.columns = array.columns;
+  read.elements.resize(size);
   const Record<Form>* element = array.elements;
   for (Value& place : read.elements) {
     const unsigned type = element->type & kTypeMask;

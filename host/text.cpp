@@ -83,8 +83,21 @@ char upper_character(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c
 }  // namespace
 
 std::string from_utf16(std::u16string_view text) {
-  if (is_ascii(text)) return {text.begin(), text.end()};
   std::string out;
+  from_utf16(text, out);
+  return out;
+}
+
+void from_utf16(std::u16string_view text, std::string& out) {
+  out.resize(text.size());
+  // Most are ASCII and done after this.
+  char16_t all_bits = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    out[i] = static_cast<char>(text[i]);
+    all_bits |= text[i];
+  }
+  if (all_bits < 0x80) return;
+  out.clear();
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t c = text[i];
     if (c < 0x80) {
@@ -99,7 +112,6 @@ std::string from_utf16(std::u16string_view text) {
       append_utf8(out, is_high || is_low ? kReplacement : c);
     }
   }
-  return out;
 }
 
 std::string from_windows_1252(std::string_view text) {

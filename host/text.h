@@ -11,6 +11,7 @@ namespace quantiverse::host {
 
 // A surrogate without its other half becomes U+FFFD.
 std::string from_utf16(std::u16string_view text);
+void from_utf16(std::u16string_view text, std::string& out);  // in place of what it holds
 std::string from_windows_1252(std::string_view text);
 
 // How many characters `text` becomes, in UTF-16 and in Windows-1252 alike.

@@ -1,15 +1,21 @@
 #include "host/call_log.h"
 
 #include <algorithm>
+#include <cstring>
 #include <mutex>
 #include <utility>
 
 namespace quantiverse::host {
 
-bool LoggedCall::is_like(const Request& asked, std::span<const Value> with, int answer) const {
-  return is_done && request == asked && code == answer &&
-         std::equal(arguments.begin(), arguments.end(), with.begin(), with.end());
+namespace {
+
+// Whether both are over and said the same, however many times.
+bool are_alike(const LoggedCall& a, const LoggedCall& b) {
+  return a.is_done && b.is_done && a.request == b.request && a.code == b.code &&
+         a.arguments == b.arguments;
 }
+
+}  // namespace
 
 // Keeps all threads out of the log, whose last call then says how often it was repeated.
 class CallLog::Alone {
@@ -32,33 +38,55 @@ class CallLog::Alone {
 
 LoggedCall& CallLog::begin(const Request& request) {
   const Alone alone(*this);
+  standing_.number = 0;
   LoggedCall& call = calls_.emplace_back();
   call.number = ++begun_;
   call.request = request;
   return call;
 }
 
-void CallLog::end(LoggedCall& call, int code) {
-  const Alone alone(*this);
+void CallLog::finish(LoggedCall& call, int code) {
   call.code = code;
   call.is_done = true;
   if (&calls_.back() != &call || calls_.size() < 2) return;
   LoggedCall& before = calls_[calls_.size() - 2];
-  if (!before.is_like(call.request, call.arguments, code)) return;
+  if (!are_alike(before, call)) return;
   before.times += call.times;
   calls_.pop_back();
 }
 
-std::int64_t CallLog::repeat(const Request& request, std::span<const Value> arguments, int code) {
+void CallLog::end(LoggedCall& call, int code) {
+  const Alone alone(*this);
+  finish(call, code);
+}
+
+void CallLog::end(LoggedCall& call, CountedText argument, CountedText answer,
+                  std::string_view operation) {
+  const Alone alone(*this);
+  const bool is_last = &calls_.back() == &call;
+  const Request request = call.request;
+  finish(call, kSuccess);
+  if (!is_last) return;
+  standing_ = {calls_.back().number, request, std::string(argument), std::string(answer),
+               operation};
+}
+
+CallLog::Repeated CallLog::repeat(const Request& request, CountedText argument, Memory& memory) {
   Stripe& own = stripes_[stripe_of_thread()];
   const std::lock_guard lock(own.lock);
-  if (calls_.empty() || !calls_.back().is_like(request, arguments, code)) return 0;
+  const bool is_like_last =
+      standing_.number != 0 && standing_.request == request && standing_.argument == argument;
+  if (!is_like_last) return {};
   ++own.repeats;
-  return calls_.back().number;
+  const std::size_t size = standing_.answer.size();
+  auto* const answer = memory.allocate<char>(size);
+  std::memcpy(answer, standing_.answer.data(), size);
+  return {standing_.number, answer, standing_.operation};
 }
 
 std::deque<LoggedCall> CallLog::take() {
   const Alone alone(*this);
+  standing_.number = 0;
   return std::exchange(calls_, {});
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <type_traits>
 #include <utility>
 
 #include "host/operations.h"
@@ -87,29 +88,49 @@ int answer(Host& host, LoggedCall& call, Record<Form>* result, int count,
   return hand_out(host, call, carry_out(host, function, call.arguments, Form::kNumber), result);
 }
 
-// The way of most calls: a constant that was asked for by the last call too. It takes no lock that
-// other threads want.
+// The text of a record; empty for what is none.
+template <class Form>
+CountedText counted_text(const Record<Form>* record) {
+  if (record == nullptr || (record->type & kTypeMask) != kTypeText) return {};
+  const auto* const text = record->value.text;
+  if (text == nullptr) return {};
+  const auto length = static_cast<std::make_unsigned_t<typename Form::Char>>(text[0]);
+  return {reinterpret_cast<const char*>(text), (std::size_t{length} + 1) * sizeof *text};
+}
+
+// The way of most calls: one that the last one was too, and whose answer stands. It takes no lock
+// that other threads want.
 // false: this isn't such a call, and nothing has been done.
 template <class Form>
 bool answer_once_more(Host& host, const Request& request, Record<Form>* result, int count,
                       Record<Form>** arguments) {
-  const Operation* const operation = find_operation(request.function);
-  const bool may_be = operation != nullptr && operation->is_constant && host.overrides.empty() &&
-                      result != nullptr && count <= 1;
-  if (!may_be) return false;
-  Value argument;
-  if (count == 1 && (arguments[0] == nullptr || !read_record(*arguments[0], argument))) {
-    return false;
-  }
-  const std::span values(&argument, static_cast<std::size_t>(count));
-  const Outcome outcome = operation->handler(host, Arguments(values), Form::kNumber);
+  if (result == nullptr || count > 1 || !host.overrides.empty()) return false;
+  const CountedText argument = count == 1 ? counted_text(arguments[0]) : CountedText();
+  if (count == 1 && argument.empty()) return false;
   Memory memory;
+  const CallLog::Repeated repeated = host.calls.repeat(request, argument, memory);
+  if (repeated.number == 0) return false;
   Record<Form> record{};
-  if (outcome.code != kSuccess || !write_record(outcome.value, record, memory)) return false;
-  const std::int64_t number = host.calls.repeat(request, values, kSuccess);
-  if (number == 0) return false;
-  lend(host, operation->name, number, record, std::move(memory), *result);
+  record.value.text = static_cast<typename Form::Char*>(repeated.answer);
+  record.type = kTypeText;
+  lend(host, repeated.operation, repeated.number, record, std::move(memory), *result);
   return true;
+}
+
+// Ends a call in the log, with its answer if that stands.
+template <class Form>
+void end(Host& host, LoggedCall& call, int code, const Record<Form>* result, int count,
+         Record<Form>** arguments) {
+  const Operation* const operation = find_operation(call.request.function);
+  const bool may_stand = operation != nullptr && operation->is_constant && code == kSuccess &&
+                         count <= 1 && host.overrides.empty();
+  const CountedText answer = may_stand ? counted_text(result) : CountedText();
+  const CountedText argument = may_stand && count == 1 ? counted_text(arguments[0]) : CountedText();
+  if (answer.empty() || (count == 1 && argument.empty())) {
+    host.calls.end(call, code);
+  } else {
+    host.calls.end(call, argument, answer, operation->name);
+  }
 }
 
 }  // namespace
@@ -132,7 +153,7 @@ int call_host(Host& host, EntryPoint entry, int function, Record<Form>* result, 
   // In the log from the start, ahead of the calls that it leads to.
   LoggedCall& call = host.calls.begin(request);
   const int code = is_count_good ? answer(host, call, result, count, arguments) : kBadCount;
-  host.calls.end(call, code);
+  end(host, call, code, result, count, arguments);
   return code;
 }
 

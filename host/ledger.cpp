@@ -1,5 +1,6 @@
 #include "host/ledger.h"
 
+#include <initializer_list>
 #include <map>
 #include <utility>
 
@@ -31,7 +32,9 @@ void Ledger::hand_out(const Record<Form>& record, Memory&& memory, std::string_v
   const void* const block = memory_of(record);
   Page& page = page_of(block);
   const std::lock_guard lock(page.lock);
-  Loan& loan = page.loans[block];
+  Loan* const known = find(page, block);
+  Loan& loan = known != nullptr ? *known : *(page.recent = &page.loans[block]);
+  loan.block = block;
   loan.memory = std::move(memory);
   loan.number = number;
   loan.form = Form::kNumber;
@@ -47,23 +50,22 @@ bool Ledger::take_back(const Record<Form>& record) {
   if (block == nullptr) return true;
   Page& page = page_of(block);
   const std::lock_guard lock(page.lock);
-  const auto found = page.loans.find(block);
-  if (found == page.loans.end()) {
-    return complain({"foreign free: this ", kind_of(record.type), " isn't Excel's"});
+  Loan* const loan = find(page, block);
+  if (loan == nullptr || !loan->is_out || loan->form != Form::kNumber) {
+    return complain_of(loan, kind_of(record.type));
   }
-  Loan& loan = found->second;
-  if (!loan.is_out) {
-    return complain(
-        {"double free: the ", loan.kind, " that ", loan.operation, " gave came back once more"});
-  }
-  if (loan.form != Form::kNumber) {
-    return complain({"foreign free: the ", loan.kind, " that ", loan.operation,
-                     " gave came back as the other generation's"});
-  }
-  loan.memory = Memory();
-  loan.is_out = false;
+  loan->memory.free_all();
+  loan->is_out = false;
   ++page.returned;
   return true;
+}
+
+Ledger::Loan* Ledger::find(Page& page, const void* block) {
+  if (page.recent != nullptr && page.recent->block == block) return page.recent;
+  const auto found = page.loans.find(block);
+  if (found == page.loans.end()) return nullptr;
+  page.recent = &found->second;
+  return page.recent;
 }
 
 std::vector<std::string> Ledger::leaks() const {
@@ -108,6 +110,7 @@ std::vector<std::string> Ledger::faults() const {
 void Ledger::clear() {
   for (Page& page : pages_) {
     const std::lock_guard lock(page.lock);
+    page.recent = nullptr;
     page.loans.clear();
     page.handed_out = 0;
     page.returned = 0;
@@ -122,9 +125,19 @@ Ledger::Page& Ledger::page_of(const void* block) {
   return pages_[(reinterpret_cast<std::uintptr_t>(block) >> kBitsOfBlock) % kStripes];
 }
 
-bool Ledger::complain(std::initializer_list<std::string_view> parts) {
+bool Ledger::complain_of(const Loan* loan, std::string_view kind) {
+  std::string sentence;
+  if (loan == nullptr) {
+    sentence = words({"foreign free: this ", kind, " isn't Excel's"});
+  } else if (!loan->is_out) {
+    sentence = words(
+        {"double free: the ", loan->kind, " that ", loan->operation, " gave came back once more"});
+  } else {
+    sentence = words({"foreign free: the ", loan->kind, " that ", loan->operation,
+                      " gave came back as the other generation's"});
+  }
   const std::lock_guard lock(faults_lock_);
-  faults_.push_back(words(parts));
+  faults_.push_back(std::move(sentence));
   return false;
 }
 

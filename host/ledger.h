@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -42,6 +41,7 @@ class Ledger {
 
  private:
   struct Loan {
+    const void* block = nullptr;
     Memory memory;
     std::int64_t number = 0;
     int form = 0;
@@ -57,13 +57,18 @@ class Ledger {
     // By the block that the record points to. Loans that came back stay until their address is
     // used again: they tell a double free from a foreign one.
     std::unordered_map<const void*, Loan> loans;
+    // The one that was looked for last, since a block that came back is soon lent again.
+    Loan* recent = nullptr;
     std::int64_t handed_out = 0;
     std::int64_t returned = 0;
   };
 
   Page& page_of(const void* block);
-  // Always false.
-  bool complain(std::initializer_list<std::string_view> parts);
+  // Null if there is none for the block.
+  static Loan* find(Page& page, const void* block);
+  // Notes why a record can't be taken back. Always false.
+  // loan: null if its block was never lent.
+  bool complain_of(const Loan* loan, std::string_view kind);
 
   Stripes<Page> pages_;
   mutable std::mutex faults_lock_;

@@ -41,7 +41,7 @@ struct Operation {
   int code;
   std::string_view name;
   Handler* handler;  // null for xlFree, which works on the records themselves
-  // It answers from what no call changes, and takes no more than one argument.
+  // It answers from what nothing changes.
   bool is_constant = false;
 };
 

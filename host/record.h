@@ -1,11 +1,10 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <memory>
+#include <cstring>
+#include <new>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 #include "host/value.h"
 #include "host/xlcall.h"
@@ -16,27 +15,35 @@ namespace quantiverse::host {
 // What records point to. Each piece is a block of its own, so that a sanitizer sees a step beyond.
 class Memory {
  public:
+  Memory() = default;
+  Memory(Memory&& other) noexcept : last_(std::exchange(other.last_, nullptr)) {}
+  Memory& operator=(Memory&& other) noexcept {
+    std::swap(last_, other.last_);
+    return *this;
+  }
+  ~Memory() { free_all(); }
+
   // Of `count` objects: records are zeroed, characters are to be written.
   template <class T>
   T* allocate(std::size_t count) {
+    static_assert(alignof(T) <= alignof(Piece));
     const std::size_t size = count * sizeof(T);
-    Piece piece = std::is_integral_v<T> ? std::make_unique_for_overwrite<std::byte[]>(size)
-                                        : std::make_unique<std::byte[]>(size);
-    auto* const start = reinterpret_cast<T*>(piece.get());
-    for (Piece& place : first_) {
-      if (place != nullptr) continue;
-      place = std::move(piece);
-      return start;
-    }
-    others_.push_back(std::move(piece));
-    return start;
+    last_ = ::new (::operator new(sizeof(Piece) + size)) Piece{last_};
+    void* const start = last_ + 1;
+    if (!std::is_integral_v<T>) std::memset(start, 0, size);
+    return static_cast<T*>(start);
+  }
+  void free_all() {
+    while (last_ != nullptr) ::operator delete(std::exchange(last_, last_->before));
   }
 
  private:
-  using Piece = std::unique_ptr<std::byte[]>;
+  // Lies ahead of each.
+  struct alignas(8) Piece {
+    Piece* before;
+  };
 
-  std::array<Piece, 2> first_;  // the few that most records and calls have take no vector
-  std::vector<Piece> others_;
+  Piece* last_ = nullptr;
 };
 
 // Writes `value` into `record`, and what it points to into `memory`.
@@ -46,7 +53,7 @@ class Memory {
 template <class Form>
 bool write_record(const Value& value, Record<Form>& record, Memory& memory);
 
-// Copies what `record` holds. Of areas only the first counts.
+// Copies what `record` holds, in the storage that `value` has. Of areas only the first counts.
 // false: no value can be read from it, such as a text without a pointer; `value` is of no use.
 template <class Form>
 bool read_record(const Record<Form>& record, Value& value);

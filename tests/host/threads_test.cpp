@@ -6,8 +6,8 @@
 #include <deque>
 #include <functional>
 #include <mutex>
-#include <span>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -28,11 +28,23 @@ void on_threads(const std::function<void(std::size_t)>& work) {
   for (std::thread& thread : running) thread.join();
 }
 
-void log(CallLog& calls, const Request& request, const Value& argument, int code) {
-  if (calls.repeat(request, std::span(&argument, 1), code) != 0) return;
+// As the host does for an operation that succeeds with the same text again and again, or fails.
+void log(CallLog& calls, const Request& request, const std::string& argument, int code) {
+  const std::string answer = "answer to " + argument;
+  Memory memory;
+  const CallLog::Repeated repeated = calls.repeat(request, argument, memory);
+  if (repeated.number != 0) {
+    EXPECT_EQ(std::string_view(static_cast<const char*>(repeated.answer), answer.size()), answer);
+    EXPECT_EQ(repeated.operation, "xlfInfo");
+    return;
+  }
   LoggedCall& call = calls.begin(request);
-  call.arguments = {argument};
-  calls.end(call, code);
+  call.arguments = {{argument}};
+  if (code == kSuccess) {
+    calls.end(call, argument, answer, "xlfInfo");
+  } else {
+    calls.end(call, code);
+  }
 }
 
 std::string shown(const std::deque<LoggedCall>& calls) {
@@ -49,18 +61,20 @@ TEST(CallLog, CountsEqualCallsInARow) {
   const Request two{2};
   const Request through_another{1, EntryPoint::kMdCallBack12};
   CallLog calls;
-  log(calls, one, {"a"}, 0);
+  log(calls, one, "a", kSuccess);
   on_threads([&](std::size_t) {
-    for (int i = 0; i < kTimes; ++i) log(calls, one, {"a"}, 0);
+    for (int i = 0; i < kTimes; ++i) log(calls, one, "a", kSuccess);
   });
-  log(calls, one, {"b"}, 0);
-  log(calls, one, {"b"}, 32);
-  log(calls, two, {"b"}, 32);
-  log(calls, two, {"b"}, 32);
-  log(calls, one, {"a"}, 0);
-  log(calls, through_another, {"a"}, 0);
-  EXPECT_EQ(shown(calls.take()), "1:a=0*10001 1:b=0*1 1:b=32*1 2:b=32*2 1:a=0*1 1:a=0*1 ");
+  log(calls, one, "b", kSuccess);
+  log(calls, two, "b", kFailed);
+  log(calls, two, "b", kFailed);
+  log(calls, one, "b", kFailed);
+  log(calls, one, "a", kSuccess);
+  log(calls, through_another, "a", kSuccess);
+  EXPECT_EQ(shown(calls.take()), "1:a=0*10001 1:b=0*1 2:b=32*2 1:b=32*1 1:a=0*1 1:a=0*1 ");
   EXPECT_TRUE(calls.take().empty());
+  log(calls, through_another, "a", kSuccess);  // not like a last one: there is none
+  EXPECT_EQ(shown(calls.take()), "1:a=0*1 ");
 }
 
 TEST(CallLog, LosesNoCallWhenTheyChange) {
@@ -68,12 +82,12 @@ TEST(CallLog, LosesNoCallWhenTheyChange) {
   std::mutex one_at_a_time;
   on_threads([&](std::size_t thread) {
     for (int i = 0; i < kTimes; ++i) {
-      const Value argument{i % 10 == 0 ? "x" : "y"};
-      if (calls.repeat(Request{1}, std::span(&argument, 1), 0) != 0) continue;
+      const Request request{static_cast<int>(thread % 3)};
+      const std::string argument = i % 10 == 0 ? "x" : "y";
+      Memory memory;
+      if (calls.repeat(request, argument, memory).number != 0) continue;
       const std::lock_guard lock(one_at_a_time);
-      LoggedCall& call = calls.begin(Request{static_cast<int>(thread % 3)});
-      call.arguments = {argument};
-      calls.end(call, 0);
+      log(calls, request, argument, kSuccess);
     }
   });
   std::int64_t count = 0;
@@ -85,8 +99,8 @@ TEST(CallLog, KeepsACallAheadOfThoseItLeadsTo) {
   CallLog calls;
   LoggedCall& outer = calls.begin(Request{1});
   outer.arguments = {{"a"}};
-  log(calls, Request{1}, {"a"}, 0);  // alike, but the outer one isn't over
-  log(calls, Request{1}, {"a"}, 0);
+  log(calls, Request{1}, "a", kSuccess);  // alike, but the outer one isn't over
+  log(calls, Request{1}, "a", kSuccess);
   calls.end(outer, 0);
   EXPECT_EQ(shown(calls.take()), "1:a=0*1 1:a=0*2 ");
 }

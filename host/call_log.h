@@ -63,7 +63,7 @@ class CallLog {
   std::deque<LoggedCall> take();
 
  private:
-  struct alignas(kCacheLine) Stripe {
+  struct alignas(kApart) Stripe {
     BriefLock lock;
     std::int64_t repeats = 0;  // of the last call
   };

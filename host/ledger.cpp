@@ -1,6 +1,7 @@
 #include "host/ledger.h"
 
 #include <initializer_list>
+#include <limits>
 #include <map>
 #include <utility>
 
@@ -26,13 +27,36 @@ std::string words(std::initializer_list<std::string_view> parts) {
 
 }  // namespace
 
+std::string Ledger::Loan::complaint() const {
+  return is_out
+             ? words({"foreign free: the ", kind, " that ", operation,
+                      " gave came back as the other generation's"})
+             : words({"double free: the ", kind, " that ", operation, " gave came back once more"});
+}
+
+Ledger::Loan* Ledger::Page::find(const void* block) {
+  if (recent != nullptr && recent->block == block) return recent;
+  const auto found = loans.find(block);
+  if (found == loans.end()) return nullptr;
+  recent = &found->second;
+  return recent;
+}
+
+bool Ledger::Page::settle(Loan& loan, int form) {
+  if (!loan.is_out || loan.form != form) return false;
+  loan.memory.free_all();
+  loan.is_out = false;
+  ++returned;
+  return true;
+}
+
 template <class Form>
 void Ledger::hand_out(const Record<Form>& record, Memory&& memory, std::string_view operation,
                       std::int64_t number) {
   const void* const block = memory_of(record);
-  Page& page = page_of(block);
+  Page& page = pages_[stripe_of_thread()];
   const std::lock_guard lock(page.lock);
-  Loan* const known = find(page, block);
+  Loan* const known = page.find(block);
   Loan& loan = known != nullptr ? *known : *(page.recent = &page.loans[block]);
   loan.block = block;
   loan.memory = std::move(memory);
@@ -48,24 +72,32 @@ template <class Form>
 bool Ledger::take_back(const Record<Form>& record) {
   const void* const block = memory_of(record);
   if (block == nullptr) return true;
-  Page& page = page_of(block);
-  const std::lock_guard lock(page.lock);
-  Loan* const loan = find(page, block);
-  if (loan == nullptr || !loan->is_out || loan->form != Form::kNumber) {
-    return complain_of(loan, kind_of(record.type));
+  {
+    Page& page = pages_[stripe_of_thread()];
+    const std::lock_guard lock(page.lock);
+    Loan* const loan = page.find(block);
+    if (loan != nullptr && page.settle(*loan, Form::kNumber)) return true;
   }
-  loan->memory.free_all();
-  loan->is_out = false;
-  ++page.returned;
-  return true;
+  return take_back_of_any(block, Form::kNumber, kind_of(record.type));
 }
 
-Ledger::Loan* Ledger::find(Page& page, const void* block) {
-  if (page.recent != nullptr && page.recent->block == block) return page.recent;
-  const auto found = page.loans.find(block);
-  if (found == page.loans.end()) return nullptr;
-  page.recent = &found->second;
-  return page.recent;
+bool Ledger::take_back_of_any(const void* block, int form, std::string_view kind) {
+  std::string complaint = words({"foreign free: this ", kind, " isn't Excel's"});
+  std::int64_t latest = 0;  // of those that were lent the address one after another
+  for (Page& page : pages_) {
+    const std::lock_guard lock(page.lock);
+    Loan* const loan = page.find(block);
+    if (loan == nullptr) continue;
+    if (page.settle(*loan, form)) return true;
+    const std::int64_t time =
+        loan->is_out ? std::numeric_limits<std::int64_t>::max() : loan->number;
+    if (time < latest) continue;
+    latest = time;
+    complaint = loan->complaint();
+  }
+  const std::lock_guard lock(faults_lock_);
+  faults_.push_back(std::move(complaint));
+  return false;
 }
 
 std::vector<std::string> Ledger::leaks() const {
@@ -117,28 +149,6 @@ void Ledger::clear() {
   }
   const std::lock_guard lock(faults_lock_);
   faults_.clear();
-}
-
-Ledger::Page& Ledger::page_of(const void* block) {
-  // The last bits of an address are those within a block.
-  constexpr int kBitsOfBlock = 4;
-  return pages_[(reinterpret_cast<std::uintptr_t>(block) >> kBitsOfBlock) % kStripes];
-}
-
-bool Ledger::complain_of(const Loan* loan, std::string_view kind) {
-  std::string sentence;
-  if (loan == nullptr) {
-    sentence = words({"foreign free: this ", kind, " isn't Excel's"});
-  } else if (!loan->is_out) {
-    sentence = words(
-        {"double free: the ", loan->kind, " that ", loan->operation, " gave came back once more"});
-  } else {
-    sentence = words({"foreign free: the ", loan->kind, " that ", loan->operation,
-                      " gave came back as the other generation's"});
-  }
-  const std::lock_guard lock(faults_lock_);
-  faults_.push_back(std::move(sentence));
-  return false;
 }
 
 template void Ledger::hand_out(const Record<Form4>&, Memory&&, std::string_view, std::int64_t);

@@ -41,6 +41,9 @@ class Ledger {
 
  private:
   struct Loan {
+    // Why it can't be taken back once more, or as another generation's.
+    [[nodiscard]] std::string complaint() const;
+
     const void* block = nullptr;
     Memory memory;
     std::int64_t number = 0;
@@ -50,12 +53,16 @@ class Ledger {
     bool is_out = false;
   };
 
-  // A page of the ledger, for its share of the addresses: different threads' blocks are apart, and
-  // so are nearly always on different pages.
-  struct alignas(kCacheLine) Page {
+  // What a thread was lent, which nearly always is the one to give it back.
+  struct alignas(kApart) Page {
+    // Null if the block was never lent to the thread.
+    Loan* find(const void* block);
+    // Takes a loan back if it is out and of this generation.
+    bool settle(Loan& loan, int form);
+
     mutable BriefLock lock;
-    // By the block that the record points to. Loans that came back stay until their address is
-    // used again: they tell a double free from a foreign one.
+    // By the block that the record points to. Loans that came back stay until the thread is lent
+    // their address again: they tell a double free from a foreign one.
     std::unordered_map<const void*, Loan> loans;
     // The one that was looked for last, since a block that came back is soon lent again.
     Loan* recent = nullptr;
@@ -63,12 +70,8 @@ class Ledger {
     std::int64_t returned = 0;
   };
 
-  Page& page_of(const void* block);
-  // Null if there is none for the block.
-  static Loan* find(Page& page, const void* block);
-  // Notes why a record can't be taken back. Always false.
-  // loan: null if its block was never lent.
-  bool complain_of(const Loan* loan, std::string_view kind);
+  // The same for a block of any thread, or a complaint.
+  bool take_back_of_any(const void* block, int form, std::string_view kind);
 
   Stripes<Page> pages_;
   mutable std::mutex faults_lock_;

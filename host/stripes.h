@@ -11,8 +11,9 @@ namespace quantiverse::host {
 
 inline constexpr std::size_t kStripes = 16;
 
-// As far apart as caches see memory, so that writing one stripe leaves the others alone.
-inline constexpr std::size_t kCacheLine = 64;
+// As far apart as caches see memory, two lines at a time, so that writing one stripe leaves the
+// others alone.
+inline constexpr std::size_t kApart = 128;
 
 // A lock that is held for some hundred instructions and hardly ever wanted by two threads. It costs
 // one atomic operation, half of what a mutex does.

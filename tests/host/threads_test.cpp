@@ -136,6 +136,28 @@ TEST(Ledger, KnowsWhatEveryThreadLentAndGaveBack) {
                 kThreads, "double free: the text that xlfInfo gave came back once more"));
 }
 
+// Memory that came back is given to other threads.
+TEST(Ledger, KnowsTheLastOfLoansAtOneAddress) {
+  char16_t text[] = u"\1x";
+  Record12 record{};
+  record.value.text = text;
+  record.type = kTypeText;
+  Ledger ledger;
+  ledger.hand_out(record, Memory(), "xlfInfo", 1);
+  EXPECT_TRUE(ledger.take_back(record));
+  std::thread([&] { ledger.hand_out(record, Memory(), "xlGetName", 2); }).join();
+  Record4 older{};
+  older.value.text = reinterpret_cast<char*>(text);
+  older.type = kTypeText;
+  EXPECT_FALSE(ledger.take_back(older));
+  EXPECT_TRUE(ledger.take_back(record));
+  EXPECT_FALSE(ledger.take_back(record));
+  EXPECT_EQ(ledger.faults(),
+            (std::vector<std::string>{
+                "foreign free: the text that xlGetName gave came back as the other generation's",
+                "double free: the text that xlGetName gave came back once more"}));
+}
+
 TEST(Ledger, TellsOfLeaksInTheOrderOfLending) {
   Ledger ledger;
   const std::string names[] = {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"};

@@ -83,7 +83,7 @@ bool PreparedArguments::add_value(Letter letter, const Value& value) {
   switch (letter) {
     case Letter::kDouble: {
       const auto number = argument_number(value);
-      if (number) add_slot({true, *number, 0});
+      if (number) add_slot(*number);
       return number.has_value();
     }
     case Letter::kInteger: {
@@ -143,6 +143,6 @@ void PreparedArguments::add_pointer(const Pointed* pointer) {
   add_word(reinterpret_cast<std::intptr_t>(pointer));
 }
 
-void PreparedArguments::add_word(std::intptr_t word) { add_slot({false, 0.0, word}); }
+void PreparedArguments::add_word(std::intptr_t word) { add_slot(word); }
 
 }  // namespace quantiverse::host

@@ -20,8 +20,10 @@ void* invoke_rest(void* address, std::span<const Slot> rest, Arguments... argume
   if constexpr (sizeof...(Arguments) < kMostSlots) {
     const Slot& next = rest.front();
     rest = rest.subspan(1);
-    return next.is_double ? invoke_rest(address, rest, arguments..., next.number)
-                          : invoke_rest(address, rest, arguments..., next.word);
+    const auto* const number = std::get_if<double>(&next);
+    return number != nullptr
+               ? invoke_rest(address, rest, arguments..., *number)
+               : invoke_rest(address, rest, arguments..., *std::get_if<std::intptr_t>(&next));
   }
   return nullptr;
 }

@@ -2,15 +2,12 @@
 
 #include <cstdint>
 #include <span>
+#include <variant>
 
 namespace quantiverse::host {
 
 // One argument as the machine passes it: a double, or anything else that fits a word.
-struct Slot {
-  bool is_double = false;
-  double number = 0.0;
-  std::intptr_t word = 0;
-};
+using Slot = std::variant<std::intptr_t, double>;
 
 // As many as there are registered functions with, and some more.
 inline constexpr int kMostSlots = 8;

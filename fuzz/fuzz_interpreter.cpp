@@ -1,4 +1,4 @@
-// The door: any bytes are a text. It must come back, the same from an interpreter that has seen
+// The door: any bytes are a text. It must come back, the same from interpreters that have seen
 // other texts, once what those have left open is closed, and from a fresh one.
 
 #include <cstdint>
@@ -14,6 +14,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string kept = quantiverse::interpret_dimensional_input_lines(text);
   const std::string fresh = quantiverse::Calculator().interpret(text);
   if (kept != fresh) std::abort();
+  static quantiverse::Calculator calculator;
+  calculator.reset();
+  if (calculator.interpret_in_place(text) != fresh) std::abort();
   if (!kept.empty() && !kept.ends_with("\n")) std::abort();
   return 0;
 }

@@ -2,10 +2,8 @@
 
 #include <quantiverse/quantiverse.h>
 
-#include <algorithm>
 #include <array>
 #include <string_view>
-#include <utility>
 
 #include "addin/addin_state.h"
 #include "addin/excel_call.h"

@@ -1,12 +1,10 @@
 #include "host/call_log.h"
 
-#include <algorithm>
 #include <cstring>
 #include <mutex>
 #include <utility>
 
 namespace quantiverse::host {
-
 namespace {
 
 // Whether both are over and said the same, however many times.

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <span>
 #include <string_view>
 #include <vector>
 
